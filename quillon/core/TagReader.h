@@ -1,0 +1,71 @@
+#pragma once
+
+#include "quillon/core/LmSStream.h"
+#include "quillon/core/LmStatus.h"
+#include "quillon/core/LmStr.h"
+
+#include <istream>
+#include <optional>
+
+namespace quillon {
+
+/// Reads one tagged item: "TAG: value" on one line, or "TAG {", lines and "}".
+///
+/// A block's text comes back as the value, without indentation, comments and its closing brace; whoever knows
+/// its meaning reads it in turn through a `LmISStream`. `isSimple`, which may be null, receives 1 for a value
+/// and 0 for a block. At the end of the input the result is true and `tag` is untouched, so callers pass a
+/// null one. Returns false when an error has been reported.
+bool readTag(std::istream& input, LmStr& tag, LmStr& value, int* isSimple = nullptr,
+             LmStatus& status = currentStatus());
+
+/// The tagged items of a file or of a block's text, one after another:
+///
+///     TaggedItems items(input);
+///     while (items.next()) { ... items.tag() ... items.value() ... }
+///     if (items.failed()) { return; }
+class TaggedItems {
+public:
+    /// The items of a stream from where it stands.
+    explicit TaggedItems(std::istream& input, LmStatus& status = currentStatus());
+    /// The items of a block's text, which the caller keeps alive and unchanged.
+    explicit TaggedItems(const LmStr& blockText, LmStatus& status = currentStatus());
+
+    /// Takes the next item. False at the end of the input, or when `readTag` has reported an error.
+    bool next();
+    /// Whether the last `next` ended by an error rather than by the end of the input.
+    bool failed() const { return failed_; }
+
+    const LmStr& tag() const { return tag_; }
+    /// The value, which token readers may eat.
+    LmStr& value() { return value_; }
+    /// Whether the item is "TAG: value" and not a block.
+    bool isSimple() const { return simple != 0; }
+    /// Whether the tag is the keyword, without regard to case over the whole length.
+    bool tagIs(const char* keyword) const { return tag_.compareNoCaseWhole(keyword) == 0; }
+    /// Whether the tag is the keyword, case included.
+    bool tagIsExactly(const char* keyword) const { return tag_ == keyword; }
+
+private:
+    std::optional<LmISStream> blockStream;
+    std::istream& input;
+    LmStatus& status;
+    LmStr tag_;
+    LmStr value_;
+    int simple = 0;
+    bool failed_ = false;
+};
+
+/// The part of a text in memory that is the text of a block.
+struct BlockRange {
+    const char* begin;
+    const char* end;  ///< the position of the closing brace
+};
+
+/// Finds the end of a block by the rules of `readTag`, without copying. `text` begins behind the line of the
+/// opening brace. On failure reports the same errors, with `tag` in them, and gives an empty range at `text`.
+BlockRange findBlockEnd(const char* text, const LmStr& tag, LmStatus& status = currentStatus());
+
+/// True when the text begins with '-' and is not a number.
+bool looksLikeOption(const LmStr& text);
+
+} // namespace quillon
