@@ -1,0 +1,134 @@
+#pragma once
+
+#include "quillon/core/LmArray.h"
+#include "quillon/core/LmDoubleLinkedList.h"
+#include "quillon/core/LmStr.h"
+#include "quillon/geometry/Mat4.h"
+#include "quillon/geometry/Vec3.h"
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace quillon {
+
+class LqProblemDefData;
+
+/// The geometry of one body.
+struct LqBDBody {
+    LmStr name;                           ///< as in the model file, without a suffix
+    LmMat4 baseTransform = identityMat4;  ///< the base matrix
+    float vectorLength = 0;               ///< the length of a body of type one
+    float reserved = 1;                   ///< neither read, written nor compared
+    LmVec3 vectorDirection = {};          ///< the direction of a body of type one or two
+};
+
+/// The place of one marker in the frame of its body.
+struct LqBDMarker {
+    std::int32_t id = 0;
+    LmVec3 position = {};
+};
+
+/// One INCLUDE section: another model file whose bodies get a suffix and whose markers are appended.
+struct LqBDInclude {
+    LmStr fileName;
+    LmStr bodyNameSuffix;
+};
+
+/// A model: the geometry of the bodies and markers that a problem definition names. Owns all records.
+///
+/// Markers refer to the definition by id, bodies by name. A slot of `bodies` is null only behind the last
+/// body, where the reading of a file ended early; a count in such a file may be far above what it holds, so
+/// walks go over `storedBodies` and never over the null slots.
+class LqBodyDefData {
+public:
+    LqBodyDefData() = default;
+    /// A deep copy of all members; `problemDef` is shared.
+    LqBodyDefData(const LqBodyDefData& other);
+    LqBodyDefData& operator=(const LqBodyDefData& other);
+    ~LqBodyDefData();
+
+    // --- Look-ups -----------------------------------------------------------------------------------
+
+    /// The bodies in front of the first null slot, in file order.
+    std::span<LqBDBody* const> storedBodies() const;
+    /// The first body of exactly that name, or null. A linear scan, as `findMarker` is.
+    LqBDBody* findBody(const LmStr& name);
+    const LqBDBody* findBody(const LmStr& name) const;
+    /// The first marker of that id among the real, fix, double and artificial markers, or null.
+    LqBDMarker* findMarker(std::int32_t id);
+    const LqBDMarker* findMarker(std::int32_t id) const;
+    /// The bodies whose name another body has too: for each pair of equal names the later body, each behind
+    /// the earlier one, which is listed once. Owned by this model.
+    std::vector<const LqBDBody*> duplicateBodies() const;
+
+    /// Whether all six arrays are empty.
+    bool isEmpty() const;
+    /// Whether there are neither records nor includes.
+    bool isBlank() const;
+    /// The largest id of the real, fix, double and artificial markers, 0 when there are none.
+    std::int32_t highestMarkerId() const;
+    /// The id of the last real marker, 0 when there is none.
+    std::int32_t lastRealMarkerId() const;
+    /// Real, fix, double and artificial records; an artificial pair counts as 2.
+    int markerCount() const;
+    /// 0 when the definition has as many markers (bodies), -1 when it has more, 1 when it has fewer.
+    int compareMarkerCount(const LqProblemDefData& definition) const;
+    int compareBodyCount(const LqProblemDefData& definition) const;
+    /// The same against `problemDef`, which must not be null.
+    int compareMarkerCount() const;
+    int compareBodyCount() const;
+    /// Whether bodies, markers and includes are equal in array order: base matrices element by element within
+    /// less than 0.0005, all else exactly. Camera count and global direction markers are not compared.
+    bool equals(const LqBodyDefData& other) const;
+
+    // --- Editing ------------------------------------------------------------------------------------
+
+    /// Frees the records and the includes; `cameraCount` and `problemDef` stay.
+    void clear();
+    /// Append copies.
+    void addBody(const LqBDBody& body);
+    void addRealMarker(const LqBDMarker& marker);
+    void addGlobalDirectionMarker(const LqBDMarker& marker);
+    void addArtificialPair(const LqBDMarker& first, const LqBDMarker& second);
+    /// Inserts a copy in front of the first real marker whose id is not below the new one. The ids of the
+    /// real markers that move back, and of all fix, double and artificial markers, rise by 1.
+    void insertRealMarker(const LqBDMarker& marker);
+    /// Frees the first real marker of that id, if there is one; the ids of the others stay.
+    void removeRealMarker(std::int32_t id);
+    /// Frees the last real marker, if there is one.
+    void removeLastRealMarker();
+    /// Frees the markers of these ids in all five marker arrays.
+    void removeMarkers(const LmArray<int>& ids);
+    /// Frees the bodies of these names.
+    void removeBodies(const LmArray<LmStr>& names);
+    /// Put copies of the given records in the place of those of one array.
+    void setBodies(const LmArray<LqBDBody*>& source);
+    void setRealMarkers(const LmArray<LqBDMarker*>& source);
+    void setGlobalDirectionMarkers(const LmArray<LqBDMarker*>& source);
+    void setFixMarkers(const LmArray<LqBDMarker*>& source);
+    void setDoubleMarkers(const LmArray<LqBDMarker*>& source);
+    void setArtificialMarkers(const LmArray<LqBDMarker*>& source);
+    /// Every marker's id becomes `table[id - 1]`, an id that the table does not reach stays; then each of the
+    /// five marker arrays is sorted by id.
+    void applyMarkerIdTable(const LmArray<int>& table);
+    void clearIncludes();
+    /// Appends a text to the suffix of every include.
+    void appendToIncludeSuffixes(const LmStr& suffix);
+
+    const LqProblemDefData* problemDef = nullptr;  ///< the definition that checks look at, not owned
+    std::int32_t cameraCount = 0;                  ///< number of cameras in the file
+    bool strictMatch = true;                       ///< whether a wrong body count is an error or a warning
+    LmDArray<LqBDBody*> bodies;                    ///< in file order
+    LmDArray<LqBDMarker*> realMarkers;
+    LmDArray<LqBDMarker*> globalDirectionMarkers;  ///< in no file
+    LmDArray<LqBDMarker*> fixMarkers;
+    LmDArray<LqBDMarker*> doubleMarkers;
+    LmDArray<LqBDMarker*> artificialMarkers;       ///< two records for each pair of the definition
+    LmDoubleLinkedList includes;                   ///< of `LqBDInclude*`, owned; empty once merged
+
+private:
+    void copyFrom(const LqBodyDefData& other);
+};
+
+} // namespace quillon
