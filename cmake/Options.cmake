@@ -3,7 +3,7 @@ include(CMakeDependentOption)
 
 option(QUILLON_BUILD_TOOL "Build the program" ${PROJECT_IS_TOP_LEVEL})
 option(QUILLON_BUILD_TESTS "Build the tests" ${PROJECT_IS_TOP_LEVEL})
-option(QUILLON_BUILD_BENCH "Build the benchmarks" OFF)
+option(QUILLON_BUILD_BENCH "Build the benchmarks" ${PROJECT_IS_TOP_LEVEL})
 option(QUILLON_INSTALL "Add the install rules" ${PROJECT_IS_TOP_LEVEL})
 option(QUILLON_SANITIZE "Check addresses, leaks and undefined behaviour at run time" OFF)
 option(QUILLON_COVERAGE "Count which lines are run" OFF)

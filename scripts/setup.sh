@@ -14,10 +14,10 @@ build_packages=(g++:g++ cmake:cmake ninja-build:ninja)
 test_packages=(
     libgtest-dev:/usr/include/gtest/gtest.h
     libgmock-dev:/usr/include/gmock/gmock.h
+    libbenchmark-dev:/usr/include/benchmark/benchmark.h
     gzip:gzip
     ncompress:compress
 )
-bench_packages=(libbenchmark-dev:/usr/include/benchmark/benchmark.h)
 clang_packages=(clang-14:clang++-14 libclang-rt-14-dev:/usr/lib/llvm-14/lib/clang/14.0.6/include/sanitizer)
 coverage_packages=(gcovr:gcovr)
 

@@ -1,4 +1,5 @@
-// Runs the built program over the folders beside this file, one test for each folder; README.md tells the format.
+// Runs the built program over the folders beside this file, one test for each folder; README.md tells the
+// format.
 
 #include "tests/support/ChildProcess.h"
 #include "tests/support/ScratchDirectory.h"

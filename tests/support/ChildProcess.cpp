@@ -96,8 +96,8 @@ void prepareChild(const ChildOptions& options, const Capture& out, const Capture
     const rlimit noCore{0, 0};
     setrlimit(RLIMIT_CORE, &noCore);
     const int nothing = open("/dev/null", O_RDONLY | O_CLOEXEC);
-    const bool ready = nothing >= 0 && dup2(nothing, STDIN_FILENO) >= 0 && dup2(out.writeEnd, STDOUT_FILENO) >= 0 &&
-                       dup2(err.writeEnd, STDERR_FILENO) >= 0 &&
+    const bool ready = nothing >= 0 && dup2(nothing, STDIN_FILENO) >= 0 &&
+                       dup2(out.writeEnd, STDOUT_FILENO) >= 0 && dup2(err.writeEnd, STDERR_FILENO) >= 0 &&
                        (options.directory.empty() || chdir(options.directory.c_str()) == 0);
     if (!ready) {
         std::perror("preparing a child process");

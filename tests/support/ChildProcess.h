@@ -13,7 +13,8 @@ namespace quillon::support {
 struct ChildOptions {
     /// A child that still runs after this time is killed, with its whole process group.
     std::chrono::milliseconds timeLimit = std::chrono::seconds(20);
-    /// Background processes that hold the outputs open get this long to end by themselves, once the child has.
+    /// Background processes that hold the outputs open get this long to end by themselves, once the child
+    /// has.
     std::chrono::milliseconds timeForStragglers = std::chrono::seconds(3);
     /// The working directory; empty for that of the caller.
     std::filesystem::path directory = {};
@@ -29,7 +30,8 @@ struct ChildResult {
     std::string out;
     /// The same for standard error.
     std::string err;
-    /// True when processes that the child had started still held its outputs open when their time was over, too.
+    /// True when processes that the child had started still held its outputs open when their time was over,
+    /// too.
     bool leftProcesses = false;
     /// Peak resident memory of the child in KiB.
     long peakMemory = 0;

@@ -1,0 +1,191 @@
+// Measures whole runs of a program over families of growing size:
+//
+//     info_benchmark TOOL HELLO GENERATE_FAMILY [CHECK_URDF GENERATE_URDF]
+//
+// TOOL is run as `TOOL info family.zvx`; HELLO is the yard-stick for a start. All outputs go to /dev/null.
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
+#include <spawn.h>
+#include <string>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+using Clock = std::chrono::steady_clock;
+
+/// One way to run a program: what, and where its standard output goes.
+struct Command {
+    std::vector<std::string> arguments;
+    std::string output = "/dev/null";
+};
+
+/// The cost of one run.
+struct Run {
+    double microseconds;
+    double peakMegabytes;
+};
+
+struct Summary {
+    double best;
+    double median;
+    double peakMegabytes;
+};
+
+[[noreturn]] void fail(const std::string& why) {
+    std::fprintf(stderr, "info_benchmark: %s\n", why.c_str());
+    std::exit(1);
+}
+
+Run runOnce(Command command) {
+    std::vector<char*> arguments;
+    for (std::string& argument : command.arguments) {
+        arguments.push_back(argument.data());
+    }
+    arguments.push_back(nullptr);
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, command.output.c_str(),
+                                     O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+    const Clock::time_point start = Clock::now();
+    pid_t child = 0;
+    int status = 0;
+    rusage usage{};
+    if (posix_spawn(&child, arguments[0], &actions, nullptr, arguments.data(), environ) != 0 ||
+        wait4(child, &status, 0, &usage) != child || !WIFEXITED(status) || WEXITSTATUS(status) != 0) {
+        fail("a run of " + command.arguments[0] + " failed.");
+    }
+    const std::chrono::duration<double, std::micro> time = Clock::now() - start;
+    posix_spawn_file_actions_destroy(&actions);
+    return {time.count(), static_cast<double>(usage.ru_maxrss) / 1024.0};
+}
+
+/// Runs for about a second, but at least five times and at most 400 times.
+Summary measure(const Command& command) {
+    std::vector<double> times;
+    double peak = 0.0;
+    runOnce(command);
+    const Clock::time_point end = Clock::now() + std::chrono::seconds(1);
+    while (times.size() < 5 || (times.size() < 400 && Clock::now() < end)) {
+        const Run run = runOnce(command);
+        times.push_back(run.microseconds);
+        peak = std::max(peak, run.peakMegabytes);
+    }
+    std::sort(times.begin(), times.end());
+    return {times.front(), times[times.size() / 2], peak};
+}
+
+double megabytesIn(const fs::path& directory) {
+    double sum = 0.0;
+    for (const fs::directory_entry& entry : fs::directory_iterator(directory)) {
+        sum += static_cast<double>(entry.file_size());
+    }
+    return sum / 1e6;
+}
+
+/// The directory that everything is generated in; removed at the end.
+class WorkDirectory {
+public:
+    WorkDirectory() {
+        std::string name = (fs::temp_directory_path() / "quillon-bench-XXXXXX").string();
+        if (mkdtemp(name.data()) == nullptr) {
+            fail("no directory for the generated files.");
+        }
+        path_ = name;
+    }
+    WorkDirectory(const WorkDirectory&) = delete;
+    WorkDirectory& operator=(const WorkDirectory&) = delete;
+    ~WorkDirectory() {
+        fs::current_path("/");
+        std::error_code ignored;
+        fs::remove_all(path_, ignored);
+    }
+
+    const fs::path& path() const { return path_; }
+
+private:
+    fs::path path_;
+};
+
+struct Row {
+    int bodies;
+    Summary summary;
+
+    double timePerBody() const { return summary.best / bodies; }
+    double memoryPerBody() const { return 1024.0 * summary.peakMegabytes / bodies; }
+};
+
+std::vector<Row> measureFamilies(const std::string& tool, const std::string& generator,
+                                 const std::string& shape, const fs::path& work) {
+    std::printf("\n%-6s %7s %9s %10s %10s %9s %7s %8s %8s\n", shape.c_str(), "bodies", "input MB", "best us",
+                "median us", "us/body", "MB/s", "peak MB", "KiB/body");
+    std::vector<Row> rows;
+    for (const int bodies : {50, 1000, 10000, 100000}) {
+        const fs::path directory = work / (shape + std::to_string(bodies));
+        runOnce({{generator, std::to_string(bodies), directory.string(), shape}});
+        const double input = megabytesIn(directory);
+        fs::current_path(directory);
+        const Row row{bodies, measure({{tool, "info", "family.zvx"}})};
+        std::printf("%-6s %7d %9.3f %10.0f %10.0f %9.3f %7.1f %8.2f %8.2f\n", "", bodies, input,
+                    row.summary.best, row.summary.median, row.timePerBody(), input * 1e6 / row.summary.best,
+                    row.summary.peakMegabytes, row.memoryPerBody());
+        std::fflush(stdout);
+        rows.push_back(row);
+        fs::current_path("/");
+        fs::remove_all(directory);
+    }
+    return rows;
+}
+
+void compareWithUrdf(const std::string& checker, const std::string& generator, const std::vector<Row>& rows,
+                     const fs::path& work) {
+    std::printf("\n%-10s %7s %10s %10s %9s\n", "check_urdf", "links", "best us", "median us", "us/link");
+    for (const Row& row : rows) {
+        const std::string file = (work / "family.urdf").string();
+        runOnce({{generator, std::to_string(row.bodies)}, file});
+        const Summary summary = measure({{checker, file}});
+        const double perLink = summary.best / row.bodies;
+        std::printf("%-10s %7d %10.0f %10.0f %9.3f   %.1f times quillon's time for a body\n", "", row.bodies,
+                    summary.best, summary.median, perLink, perLink / row.timePerBody());
+        std::fflush(stdout);
+    }
+}
+
+} // namespace
+
+int main(int argumentCount, char** argumentTexts) {
+    const std::vector<std::string> arguments(argumentTexts, argumentTexts + argumentCount);
+    if (arguments.size() != 4 && arguments.size() != 6) {
+        std::fputs("Usage: info_benchmark TOOL HELLO GENERATE_FAMILY [CHECK_URDF GENERATE_URDF]\n", stderr);
+        return 1;
+    }
+    const WorkDirectory work;
+    const Summary hello = measure({{arguments[2]}});
+    std::printf("One line through an ostream: best %.0f us, median %.0f us, peak %.2f MB\n", hello.best,
+                hello.median, hello.peakMegabytes);
+    std::vector<Row> rows;
+    for (const char* shape : {"chain", "tree"}) {
+        rows = measureFamilies(arguments[1], arguments[3], shape, work.path());
+        const Row& person = rows[0];
+        const Row& thousand = rows[1];
+        const Row& crowd = rows[3];
+        std::printf("A person takes %.2f times as long as one line (median %.2f).\n",
+                    person.summary.best / hello.best, person.summary.median / hello.median);
+        std::printf(
+            "A body of 100 000 takes %.2f times the time and %.2f times the memory of one of 1 000.\n",
+            crowd.timePerBody() / thousand.timePerBody(), crowd.memoryPerBody() / thousand.memoryPerBody());
+    }
+    if (arguments.size() == 6) {
+        compareWithUrdf(arguments[4], arguments[5], rows, work.path());
+    }
+}
