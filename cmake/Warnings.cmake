@@ -3,8 +3,8 @@
 add_library(quillon_warnings INTERFACE)
 target_compile_options(quillon_warnings INTERFACE
     -Wall -Wextra -Wpedantic $<$<BOOL:${PROJECT_IS_TOP_LEVEL}>:-Werror>
-    -Wshadow -Wconversion -Wsign-conversion -Wdouble-promotion -Wold-style-cast -Wcast-qual -Wcast-align
+    -Wconversion -Wsign-conversion -Wdouble-promotion -Wold-style-cast -Wcast-qual -Wcast-align
     -Wnon-virtual-dtor -Woverloaded-virtual -Wformat=2 -Wundef -Wimplicit-fallthrough
     # GCC 12 sees null pointers inside its own stream iterators, once it optimises.
-    $<$<CXX_COMPILER_ID:Clang>:-Wnull-dereference>
-    $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond -Wduplicated-branches -Wlogical-op -Wuseless-cast>)
+    $<$<CXX_COMPILER_ID:Clang>:-Wshadow;-Wnull-dereference>
+    $<$<CXX_COMPILER_ID:GNU>:-Wshadow=local;-Wduplicated-cond;-Wduplicated-branches;-Wlogical-op;-Wuseless-cast>)

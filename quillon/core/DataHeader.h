@@ -36,9 +36,9 @@ bool readFormatHeader(std::istream& input, DataFileFormat format, LmStatus& stat
 /// Writes the two lines, the version with two decimals, and puts the stream's format back.
 void writeDataHeader(std::ostream& output, const LmStr& id, float version);
 
-/// Writes the two lines with a test of the stream after each, which reports "Unable to write data file id." or
-/// "Unable to write data file version." on the current status, and returns whether both could be written. The
-/// stream stays in fixed-point, left-justified form with two decimals: the limits file depends on it.
+/// Writes the two lines with a test of the stream after each, which reports "Unable to write data file id."
+/// or "Unable to write data file version." on the current status, and returns whether both could be written.
+/// The stream stays in fixed-point, left-justified form with two decimals: the limits file depends on it.
 bool writeCheckedDataHeader(std::ostream& output, const LmStr& id, float version);
 
 } // namespace quillon

@@ -9,9 +9,9 @@ namespace quillon {
 
 /// A node of a `LmDoubleLinkedList`. A removed node stays linked while cursors stand on it.
 struct LmDLListNode {
-    void* data = nullptr;          ///< the element, not owned
-    bool deleted = false;          ///< removed while a cursor stood on the node
-    std::int32_t cursorCount = 0;  ///< how many cursors stand on the node
+    void* data = nullptr;         ///< the element, not owned
+    bool deleted = false;         ///< removed while a cursor stood on the node
+    std::int32_t cursorCount = 0; ///< how many cursors stand on the node
     LmDLListNode* next = nullptr;
     LmDLListNode* prev = nullptr;
 };
@@ -136,8 +136,8 @@ protected:
     void releaseNode(LmDLListNode* node) override;
 };
 
-/// A cursor that only reads. It leaves a deleted node at either end of the list in the chain, since it may not
-/// change the list's own fields; the list's destructor frees such a node.
+/// A cursor that only reads. It leaves a deleted node at either end of the list in the chain, since it may
+/// not change the list's own fields; the list's destructor frees such a node.
 class LmDLListReadCursor : public Lm_DLListCursor {
 public:
     explicit LmDLListReadCursor(LmDoubleLinkedList& list) : Lm_DLListCursor(list) {}

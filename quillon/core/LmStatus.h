@@ -75,6 +75,7 @@ public:
     int printStatusToError();
 
 private:
+    void push(bool isWarning, const LmStr& text);
     LmStatusEntry& newest();
 
     std::unique_ptr<LmStatusEntry> head_;

@@ -11,9 +11,9 @@ namespace quillon {
 
 /// The text that one or more `LmStr` values share.
 struct LmStrRep {
-    char* text;             ///< the characters and a NUL, in a heap block rounded up to a multiple of 4
-    std::uint64_t size;     ///< characters of the whole text plus 1 for the NUL
-    std::int32_t refCount;  ///< how many `LmStr` values use this rep
+    char* text;            ///< the characters and a NUL, in a heap block rounded up to a multiple of 4
+    std::uint64_t size;    ///< characters of the whole text plus 1 for the NUL
+    std::int32_t refCount; ///< how many `LmStr` values use this rep
 };
 
 /// Counted, shared text with an offset, copied on write.
@@ -177,7 +177,8 @@ public:
     /// only if `errno` then holds ERANGE, and does not clear it first: callers see an earlier range error.
     bool parseIntPrefix(std::int64_t& out, int& consumed) const;
 
-    // --- Tokens and lines -----------------------------------------------------------------------------------
+    // --- Tokens and lines
+    // -----------------------------------------------------------------------------------
 
     /// The first run of characters that are no delimiters; null when there is none. Null-safe.
     LmStr firstToken(const char* delimiters) const;
@@ -204,7 +205,8 @@ public:
     /// Takes at most `max` characters up to the delimiter, which stays in the stream.
     void readUntil(std::istream& input, int max, char delimiter);
 
-    // --- Names and layout ------------------------------------------------------------------------------------
+    // --- Names and layout
+    // ------------------------------------------------------------------------------------
 
     /// How many '/' characters end the string.
     int trailingSlashCount() const;

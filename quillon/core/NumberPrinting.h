@@ -1,9 +1,8 @@
 #pragma once
 
-#include "quillon/core/LmStr.h"
-
 #include <cstddef>
 #include <cstdint>
+#include <ios>
 #include <iosfwd>
 
 namespace quillon {
@@ -34,11 +33,10 @@ public:
     ~FormatGuard();
 
 private:
-    struct Saved;
     std::ostream& output;
-    int flags;
-    std::int64_t precision;
-    std::int64_t width;
+    std::ios_base::fmtflags flags;
+    std::streamsize precision;
+    std::streamsize width;
     char fill;
 };
 

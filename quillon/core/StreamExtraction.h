@@ -31,8 +31,8 @@ bool skipRestOfLine(std::istream& input, int atMost = 80);
 /// `input.getline` with a buffer of `bufferSize` characters: takes a line and its newline into `line`; a line
 /// of `bufferSize` characters or more is a failure of the stream.
 bool extractLine(std::istream& input, std::string& line, int bufferSize);
-/// `input.get` with a buffer of `bufferSize` characters: takes at most `bufferSize` - 1 characters of the line
-/// and leaves the newline; an empty line is a failure of the stream.
+/// `input.get` with a buffer of `bufferSize` characters: takes at most `bufferSize` - 1 characters of the
+/// line and leaves the newline; an empty line is a failure of the stream.
 bool extractPartOfLine(std::istream& input, std::string& line, int bufferSize);
 
 /// A 64-bit real narrowed to the 32 bits that it is stored in.

@@ -58,7 +58,7 @@ private:
 /// The part of a text in memory that is the text of a block.
 struct BlockRange {
     const char* begin;
-    const char* end;  ///< the position of the closing brace
+    const char* end; ///< the position of the closing brace
 };
 
 /// Finds the end of a block by the rules of `readTag`, without copying. `text` begins behind the line of the

@@ -1,0 +1,109 @@
+#include "quillon/core/StreamTokens.h"
+
+#include "quillon/core/CharClass.h"
+#include "quillon/core/LmStatus.h"
+#include "quillon/core/StreamExtraction.h"
+
+#include <istream>
+#include <limits>
+#include <string>
+
+namespace quillon {
+
+namespace {
+
+constexpr int eof = std::char_traits<char>::eof();
+
+} // namespace
+
+bool skipStreamComments(std::istream& input) {
+    for (;;) {
+        const int c = input.peek();
+        if (c == eof) {
+            return false;
+        }
+        if (c == '#') {
+            skipRestOfLine(input, std::numeric_limits<int>::max());
+        } else if (c != '\n' && isSpace(static_cast<char>(c))) {
+            input.get();
+        } else {
+            return true;
+        }
+    }
+}
+
+bool skipStreamSpace(std::istream& input) {
+    while (skipStreamComments(input)) {
+        if (!isSpace(static_cast<char>(input.peek()))) {
+            return true;
+        }
+        input.get();
+    }
+    return false;
+}
+
+void checkStream(std::istream& input, const char* what) {
+    if (input.fail()) {
+        pushErrorf("Error reading %s.", what);
+    }
+}
+
+float readStreamFloat(std::istream& input, const char* what) {
+    skipStreamSpace(input);
+    double value = 0.0;
+    extractDouble(input, value);
+    checkStream(input, what);
+    return narrowed(value);
+}
+
+std::array<float, 3> readStreamVector(std::istream& input, const char* what) {
+    std::array<float, 3> vector{};
+    for (float& component : vector) {
+        component = readStreamFloat(input, what);
+        if (errorStands()) {
+            break;
+        }
+    }
+    return vector;
+}
+
+std::int32_t readStreamInt(std::istream& input, const char* what) {
+    skipStreamSpace(input);
+    std::int32_t value = 0;
+    extractInt(input, value);
+    checkStream(input, what);
+    return value;
+}
+
+LmStr readStreamString(std::istream& input, const char* what) {
+    skipStreamSpace(input);
+    if (input.peek() != '"') {
+        LmStr word;
+        word.readWord(input);
+        checkStream(input, what);
+        return word;
+    }
+    input.get();
+    std::string text;
+    for (int c = input.get(); c != '"'; c = input.get()) {
+        if (c == '\n' || c == eof) {
+            pushErrorf("Hit end of line in string reading %s", what);
+            return {};
+        }
+        text += static_cast<char>(c);
+    }
+    return LmStr(std::string_view(text));
+}
+
+void expectedButFound(const LmStr& found, const char* what) {
+    if (found == what) {
+        return;
+    }
+    if (found.isNull()) {
+        pushErrorf("Expecting %s in scale definition file, but found end of file.", what);
+    } else {
+        pushErrorf("Expecting %s in scale definition file, but found %s.", what, found.c_str());
+    }
+}
+
+} // namespace quillon
