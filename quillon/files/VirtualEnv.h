@@ -11,8 +11,8 @@ class LmDirLayout;
 /// Only for use inside this folder and in tests.
 class VirtualEnv : public LmAbstractEnv {
 public:
-    /// Answers from `dirLayout`, which must outlive this object.
-    explicit VirtualEnv(LmDirLayout& dirLayout) : layout(dirLayout) {}
+    /// Answers from `source`, which must outlive this object.
+    explicit VirtualEnv(LmDirLayout& source) : layout(source) {}
 
     char* getEnv(const char* name) override;
     void setEnv(const char* name, const char* value) override;

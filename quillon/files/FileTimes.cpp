@@ -1,0 +1,34 @@
+#include "quillon/files/FileTimes.h"
+
+#include "quillon/files/CompressedNames.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace quillon {
+
+std::int64_t fileModifiedTime(const LmStr& path, bool orCompressed) {
+    const LmStr name = orCompressed ? findCompressedVariant(path) : path;
+    const int file = open(name.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (file == -1) {
+        return 0;
+    }
+    struct stat facts = {};
+    const bool known = fstat(file, &facts) == 0;
+    close(file);
+    return known ? facts.st_mtime : 0;
+}
+
+bool touchFile(const LmStr& path) {
+    struct timespec times[2] = {};
+    times[0].tv_nsec = UTIME_OMIT;
+    times[1].tv_nsec = UTIME_NOW;
+    return utimensat(AT_FDCWD, path.c_str(), times, 0) == 0;
+}
+
+void LmFileStamp::stamp() { time = fileModifiedTime(path); }
+
+bool LmFileStamp::changedSinceStamp() const { return !path.view().empty() && fileModifiedTime(path) != time; }
+
+} // namespace quillon
