@@ -29,7 +29,9 @@ bool setLocaleFromLang() {
 
 } // namespace
 
-void fixLocale() { [[maybe_unused]] static const bool fixed = setLocaleFromLang(); }
+void fixLocale() {
+    [[maybe_unused]] static const bool fixed = setLocaleFromLang();
+}
 
 int collate(const LmStr& text, const LmStr& other) {
     fixLocale();

@@ -29,7 +29,8 @@ const CompressionKind* findKind(const LmStr& key, LmStatus& status) {
     return nullptr;
 }
 
-/// The line with the names in the places of its two "%s". Names are not quoted: a blank in one breaks the line.
+/// The line with the names in the places of its two "%s". Names are not quoted: a blank in one breaks the
+/// line.
 LmStr fillLine(std::string_view line, const LmStr& first, const LmStr& second) {
     const std::size_t firstPlace = line.find("%s");
     const std::size_t secondPlace = line.find("%s", firstPlace + 2);
@@ -61,8 +62,9 @@ bool startDecompression(const LmStr& key, const LmStr& file, const LmStr& pipe, 
         return false;
     }
     if (!findOnPathEnv(kind->decompress.program)) {
-        status.pushErrorf("Cannot find command '%s' to uncompress\n'%s'.\nThis command needs to be in your path.",
-                          kind->decompress.program, file.c_str());
+        status.pushErrorf(
+            "Cannot find command '%s' to uncompress\n'%s'.\nThis command needs to be in your path.",
+            kind->decompress.program, file.c_str());
         return false;
     }
     return runInShell(fillLine(kind->decompress.line, file, pipe), status);
@@ -74,8 +76,9 @@ bool startCompression(const LmStr& key, const LmStr& pipe, const LmStr& file, Lm
         return false;
     }
     if (!findOnPathEnv(kind->compress.program)) {
-        status.pushErrorf("Cannot find command '%s' to compress\n'%s'.\nThis command needs to be in your path.",
-                          kind->compress.program, file.c_str());
+        status.pushErrorf(
+            "Cannot find command '%s' to compress\n'%s'.\nThis command needs to be in your path.",
+            kind->compress.program, file.c_str());
         return false;
     }
     return runInShell(fillLine(kind->compress.line, pipe, file), status);

@@ -32,7 +32,9 @@ void tellIfWanted(LmStr* messageOut, const LmStr& text) {
 
 } // namespace
 
-bool changeDir(const LmStr& path) { return chdir(path.c_str()) == 0; }
+bool changeDir(const LmStr& path) {
+    return chdir(path.c_str()) == 0;
+}
 
 std::pair<int, LmStr> makeDir(const LmStr& path) {
     if (mkdir(path.c_str(), newDirectoryMode) == 0) {
@@ -48,7 +50,9 @@ std::pair<int, LmStr> makeDir(const LmStr& path) {
     }
 }
 
-bool removeDir(const LmStr& path) { return rmdir(path.c_str()) == 0; }
+bool removeDir(const LmStr& path) {
+    return rmdir(path.c_str()) == 0;
+}
 
 bool makeDirPath(const LmStr& path, LmStr* messageOut) {
     if (fileExists(path)) {
@@ -68,6 +72,8 @@ bool makeDirPath(const LmStr& path, LmStr* messageOut) {
     return isDirectory(path);
 }
 
-LmStr tempDir() { return "/var/tmp"; }
+LmStr tempDir() {
+    return "/var/tmp";
+}
 
 } // namespace quillon

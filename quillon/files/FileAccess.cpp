@@ -70,7 +70,8 @@ bool newFileIsCreatable(const LmStr& path, LmStatus& status) {
         return false;
     }
     if (!fileWritable(parent)) {
-        status.pushErrorf("Insufficient access to create file in \"%s\".  Check permissions.", parent.c_str());
+        status.pushErrorf("Insufficient access to create file in \"%s\".  Check permissions.",
+                          parent.c_str());
         return false;
     }
     return true;
@@ -112,21 +113,37 @@ bool checkFileWritable(const LmStr& path, LmStatus& status) {
     return false;
 }
 
-bool fileExists(const LmStr& path, bool orCompressed) { return allows(path, orCompressed, F_OK); }
+bool fileExists(const LmStr& path, bool orCompressed) {
+    return allows(path, orCompressed, F_OK);
+}
 
-bool fileReadable(const LmStr& path, bool orCompressed) { return allows(path, orCompressed, R_OK); }
+bool fileReadable(const LmStr& path, bool orCompressed) {
+    return allows(path, orCompressed, R_OK);
+}
 
-bool fileWritable(const LmStr& path, bool orCompressed) { return allows(path, orCompressed, W_OK); }
+bool fileWritable(const LmStr& path, bool orCompressed) {
+    return allows(path, orCompressed, W_OK);
+}
 
-bool fileExecutable(const LmStr& path) { return allows(path, false, X_OK); }
+bool fileExecutable(const LmStr& path) {
+    return allows(path, false, X_OK);
+}
 
-bool isDirectory(const LmStr& path, bool followLinks) { return (modeOf(path, followLinks) & directoryBit) != 0; }
+bool isDirectory(const LmStr& path, bool followLinks) {
+    return (modeOf(path, followLinks) & directoryBit) != 0;
+}
 
-bool isFileLike(const LmStr& path) { return (modeOf(path) & (regularBit | directoryBit)) != 0; }
+bool isFileLike(const LmStr& path) {
+    return (modeOf(path) & (regularBit | directoryBit)) != 0;
+}
 
-bool isPipeLike(const LmStr& path) { return (modeOf(path) & pipeBit) != 0; }
+bool isPipeLike(const LmStr& path) {
+    return (modeOf(path) & pipeBit) != 0;
+}
 
-bool isSymLink(const LmStr& path) { return S_ISLNK(modeOf(path, false)); }
+bool isSymLink(const LmStr& path) {
+    return S_ISLNK(modeOf(path, false));
+}
 
 bool isExecutableFile(const LmStr& path) {
     const mode_t mode = modeOf(path);

@@ -24,9 +24,9 @@ bool fileReadable(const LmStr& path, bool orCompressed = false);
 bool fileWritable(const LmStr& path, bool orCompressed = false);
 bool fileExecutable(const LmStr& path);
 
-/// Whether the bit 0x4000 of the mode is set. The bit and not the type is asked for, so that block devices and
-/// sockets, which no stream can read either, are refused with the directories. Without `followLinks` a link
-/// itself is tested.
+/// Whether the bit 0x4000 of the mode is set. The bit and not the type is asked for, so that block devices
+/// and sockets, which no stream can read either, are refused with the directories. Without `followLinks` a
+/// link itself is tested.
 bool isDirectory(const LmStr& path, bool followLinks = true);
 /// Whether one of the bits 0x8000 and 0x4000 of the mode is set.
 bool isFileLike(const LmStr& path);

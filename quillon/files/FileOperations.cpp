@@ -75,9 +75,13 @@ bool copyFile(const LmStr& source, const LmStr& target, LmStatus& status) {
     return complete;
 }
 
-bool removeFile(const LmStr& path) { return unlink(path.c_str()) == 0; }
+bool removeFile(const LmStr& path) {
+    return unlink(path.c_str()) == 0;
+}
 
-bool makeSymLink(const LmStr& from, const LmStr& to) { return symlink(from.c_str(), to.c_str()) == 0; }
+bool makeSymLink(const LmStr& from, const LmStr& to) {
+    return symlink(from.c_str(), to.c_str()) == 0;
+}
 
 bool removeFilePermission(const LmStr& path, unsigned bits) {
     struct stat facts = {};
@@ -92,8 +96,12 @@ bool removeFilePermission(const LmStr& path, unsigned bits) {
     return true;
 }
 
-bool removeOwnerRead(const LmStr& path) { return removeFilePermission(path, S_IRUSR); }
+bool removeOwnerRead(const LmStr& path) {
+    return removeFilePermission(path, S_IRUSR);
+}
 
-bool removeOwnerWrite(const LmStr& path) { return removeFilePermission(path, S_IWUSR); }
+bool removeOwnerWrite(const LmStr& path) {
+    return removeFilePermission(path, S_IWUSR);
+}
 
 } // namespace quillon

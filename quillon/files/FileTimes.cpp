@@ -27,8 +27,12 @@ bool touchFile(const LmStr& path) {
     return utimensat(AT_FDCWD, path.c_str(), times, 0) == 0;
 }
 
-void LmFileStamp::stamp() { time = fileModifiedTime(path); }
+void LmFileStamp::stamp() {
+    time = fileModifiedTime(path);
+}
 
-bool LmFileStamp::changedSinceStamp() const { return !path.view().empty() && fileModifiedTime(path) != time; }
+bool LmFileStamp::changedSinceStamp() const {
+    return !path.view().empty() && fileModifiedTime(path) != time;
+}
 
 } // namespace quillon

@@ -24,9 +24,13 @@ char* LmSystemEnv::getEnv(const char* name) {
     return value == nullptr ? nullptr : strDuplicate(value);
 }
 
-void LmSystemEnv::setEnv(const char* name, const char* value) { setenv(name, value, 1); }
+void LmSystemEnv::setEnv(const char* name, const char* value) {
+    setenv(name, value, 1);
+}
 
-void LmSystemEnv::unsetEnv(const char* name) { unsetenv(name); }
+void LmSystemEnv::unsetEnv(const char* name) {
+    unsetenv(name);
+}
 
 LmStr envString(const char* name, LmAbstractEnv& env) {
     const LmStr value = valueOrNull(name, env);
@@ -52,8 +56,12 @@ LmStr requireEnvString(const char* name) {
     return requireEnvString(name, env);
 }
 
-bool isEnvSet(const char* name, LmAbstractEnv& env) { return !valueOrNull(name, env).isNull(); }
+bool isEnvSet(const char* name, LmAbstractEnv& env) {
+    return !valueOrNull(name, env).isNull();
+}
 
-bool isEnvSet(const char* name) { return std::getenv(name) != nullptr; }
+bool isEnvSet(const char* name) {
+    return std::getenv(name) != nullptr;
+}
 
 } // namespace quillon

@@ -21,11 +21,12 @@ public:
     ~LmCompIFStream() override;
 
     /// Opens the file or its compressed variant. On failure the fail bit is set, and what is known about the
-    /// cause is reported into `status`. Blocks until the tool has opened its end of the pipe; a tool that dies
-    /// before that is not noticed.
+    /// cause is reported into `status`. Blocks until the tool has opened its end of the pipe; a tool that
+    /// dies before that is not noticed.
     void open(const LmStr& name, LmStatus& status = currentStatus(), std::ios::openmode mode = std::ios::in);
 
-    /// Closes the file and removes the pipe. Sets the fail bit when closing fails. The tool is not waited for.
+    /// Closes the file and removes the pipe. Sets the fail bit when closing fails. The tool is not waited
+    /// for.
     void close();
 
     std::int32_t pipeNumber;   ///< drawn at construction

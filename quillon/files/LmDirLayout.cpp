@@ -16,7 +16,9 @@ constexpr const char* noBaseDirText = "\nApplication base directory not set.\n\n
 // layout is first asked.
 [[maybe_unused]] const LmDirLayout& layoutFromTheStart = dirLayout();
 
-bool hasText(const LmStr& text) { return !text.view().empty(); }
+bool hasText(const LmStr& text) {
+    return !text.view().empty();
+}
 
 LmStr withSlash(const LmStr& directory) {
     return directory.view().ends_with('/') ? directory : directory + "/";
@@ -68,11 +70,17 @@ const char* LmDirLayout::dataDirVariable() const {
     return onlyKymIsSet ? "KYM_DATA_DIR" : "DRENK_DATA_DIR";
 }
 
-const char* LmDirLayout::pluginsVariable() const { return "DRENK_PLUGINS"; }
+const char* LmDirLayout::pluginsVariable() const {
+    return "DRENK_PLUGINS";
+}
 
-const char* LmDirLayout::materialLibVariable() const { return tarvisMode ? "RQ_MTL_LIB" : "WF_MTL_LIB"; }
+const char* LmDirLayout::materialLibVariable() const {
+    return tarvisMode ? "RQ_MTL_LIB" : "WF_MTL_LIB";
+}
 
-LmStr LmDirLayout::homeDir() const { return withSlash(envString("HOME", *env)); }
+LmStr LmDirLayout::homeDir() const {
+    return withSlash(envString("HOME", *env));
+}
 
 LmStr LmDirLayout::baseDirFromEnv() {
     const char* const variables[] = {"DRENK_DIR", tarvisMode ? "RQ_DIR" : nullptr, "KYM_DIR"};
@@ -107,10 +115,13 @@ LmStr LmDirLayout::baseDir() {
     return baseDirCache;
 }
 
-void LmDirLayout::setBaseDir(const LmStr& path) { baseDirCache = withSlash(path); }
+void LmDirLayout::setBaseDir(const LmStr& path) {
+    baseDirCache = withSlash(path);
+}
 
 bool LmDirLayout::hasBaseDirVariable() const {
-    return (tarvisMode && isEnvSet("RQ_DIR", *env)) || isEnvSet("DRENK_DIR", *env) || isEnvSet("KYM_DIR", *env);
+    return (tarvisMode && isEnvSet("RQ_DIR", *env)) || isEnvSet("DRENK_DIR", *env) ||
+           isEnvSet("KYM_DIR", *env);
 }
 
 bool LmDirLayout::hasBaseDir() {
@@ -132,9 +143,13 @@ void LmDirLayout::requireBaseDir() {
     }
 }
 
-LmStr LmDirLayout::binDir() { return baseDir() + "bin/"; }
+LmStr LmDirLayout::binDir() {
+    return baseDir() + "bin/";
+}
 
-LmStr LmDirLayout::tclLibDir() { return withSlash(joinPath(baseDir(), "tcllib")); }
+LmStr LmDirLayout::tclLibDir() {
+    return withSlash(joinPath(baseDir(), "tcllib"));
+}
 
 LmStr LmDirLayout::pluginDir() {
     if (!hasText(pluginDirCache)) {
@@ -145,9 +160,13 @@ LmStr LmDirLayout::pluginDir() {
     return pluginDirCache;
 }
 
-void LmDirLayout::setPluginDir(const LmStr& path) { pluginDirCache = withSlash(path); }
+void LmDirLayout::setPluginDir(const LmStr& path) {
+    pluginDirCache = withSlash(path);
+}
 
-LmStr& LmDirLayout::activeDataDir() { return hasText(dataDirPrimary) ? dataDirPrimary : dataDirSecondary; }
+LmStr& LmDirLayout::activeDataDir() {
+    return hasText(dataDirPrimary) ? dataDirPrimary : dataDirSecondary;
+}
 
 LmStr LmDirLayout::dataDir() {
     if (!hasText(activeDataDir())) {
@@ -164,15 +183,25 @@ LmStr LmDirLayout::dataDir() {
     return active;
 }
 
-void LmDirLayout::setDataDir(const LmStr& path) { activeDataDir() = withSlash(path); }
+void LmDirLayout::setDataDir(const LmStr& path) {
+    activeDataDir() = withSlash(path);
+}
 
-void LmDirLayout::clearDataDir() { activeDataDir() = ""; }
+void LmDirLayout::clearDataDir() {
+    activeDataDir() = "";
+}
 
-bool LmDirLayout::hasDataDir() const { return hasText(dataDirPrimary) || hasText(dataDirSecondary); }
+bool LmDirLayout::hasDataDir() const {
+    return hasText(dataDirPrimary) || hasText(dataDirSecondary);
+}
 
-LmStr LmDirLayout::dataSubDir(const char* word) { return dataDir() + word + "/"; }
+LmStr LmDirLayout::dataSubDir(const char* word) {
+    return dataDir() + word + "/";
+}
 
-LmStr LmDirLayout::dirHistoryFile() { return workspaceConfigDir() + "dir_history"; }
+LmStr LmDirLayout::dirHistoryFile() {
+    return workspaceConfigDir() + "dir_history";
+}
 
 LmStr LmDirLayout::dirFromVariable(const char* variable, const char* word) {
     const LmStr value = envString(variable, *env);
@@ -185,13 +214,21 @@ LmDirLayout& dirLayout() {
     return layout;
 }
 
-const LmStr& productName() { return productNameOfProcess(); }
+const LmStr& productName() {
+    return productNameOfProcess();
+}
 
-void setProductName(const LmStr& name) { productNameOfProcess() = name; }
+void setProductName(const LmStr& name) {
+    productNameOfProcess() = name;
+}
 
-const LmStr& extraName() { return extraNameOfProcess(); }
+const LmStr& extraName() {
+    return extraNameOfProcess();
+}
 
-void setExtraName(const LmStr& name) { extraNameOfProcess() = name; }
+void setExtraName(const LmStr& name) {
+    extraNameOfProcess() = name;
+}
 
 void setLvfollowDir(const LmStr& path, LmAbstractEnv& env) {
     setBothLvfollowVariables(withoutOneSlash(path), env);

@@ -18,19 +18,20 @@ public:
     LmDirLayout(const LmDirLayout&) = delete;
     LmDirLayout& operator=(const LmDirLayout&) = delete;
 
-    LmStr dataDirPrimary;        ///< DRENK_DATA_DIR at construction
-    LmStr dataDirSecondary;      ///< KYM_DATA_DIR at construction
-    LmStr defaultDataDir = "";   ///< filled on first need
-    LmStr baseDirCache = "";     ///< filled on first need
-    LmStr pluginDirCache;        ///< DRENK_PLUGINS at construction
-    LmAbstractEnv* env;          ///< not owned
-    bool tarvisMode = false;     ///< running inside the host application, whose variables start with RQ
-    LmStr fallbackBaseDir = "";  ///< filled on first need
+    LmStr dataDirPrimary;       ///< DRENK_DATA_DIR at construction
+    LmStr dataDirSecondary;     ///< KYM_DATA_DIR at construction
+    LmStr defaultDataDir = "";  ///< filled on first need
+    LmStr baseDirCache = "";    ///< filled on first need
+    LmStr pluginDirCache;       ///< DRENK_PLUGINS at construction
+    LmAbstractEnv* env;         ///< not owned
+    bool tarvisMode = false;    ///< running inside the host application, whose variables start with RQ
+    LmStr fallbackBaseDir = ""; ///< filled on first need
 
     /// Turns `tarvisMode` on, and makes "Tarvis" the product name of the process.
     void enableTarvisMode();
 
-    // --- Names of variables ---------------------------------------------------------------------------------
+    // --- Names of variables
+    // ---------------------------------------------------------------------------------
 
     /// The variable that names the base directory: KYM_DIR goes before DRENK_DIR when both have a value. The
     /// reverse of the order for the data directory; the programs that print these names depend on both.
@@ -40,7 +41,8 @@ public:
     const char* pluginsVariable() const;
     const char* materialLibVariable() const;
 
-    // --- Base directory -------------------------------------------------------------------------------------
+    // --- Base directory
+    // -------------------------------------------------------------------------------------
 
     /// The user's home directory, "/" without HOME.
     LmStr homeDir() const;
@@ -62,10 +64,11 @@ public:
     LmStr pluginDir();
     void setPluginDir(const LmStr& path);
 
-    // --- Data directory -------------------------------------------------------------------------------------
+    // --- Data directory
+    // -------------------------------------------------------------------------------------
 
-    /// The active data directory. When there is none, "workspace/default" under the base directory becomes it,
-    /// and the environment is told, so that programs started later see the same directory.
+    /// The active data directory. When there is none, "workspace/default" under the base directory becomes
+    /// it, and the environment is told, so that programs started later see the same directory.
     LmStr dataDir();
     void setDataDir(const LmStr& path);
     /// Empties the active data directory; the secondary one then becomes active if it has a value.
@@ -127,7 +130,8 @@ void setExtraName(const LmStr& name);
 /// Sets both variables of the tracking tool's working directory in `env`, to the path without one '/' at its
 /// end.
 void setLvfollowDir(const LmStr& path, LmAbstractEnv& env);
-/// Sets both to the value that one of them has already, the DRENK one first, or to "lvfollow" under `tempDir`.
+/// Sets both to the value that one of them has already, the DRENK one first, or to "lvfollow" under
+/// `tempDir`.
 void ensureLvfollowDir(LmAbstractEnv& env);
 
 } // namespace quillon

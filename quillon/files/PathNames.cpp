@@ -77,7 +77,8 @@ LmStr resolveFromRoot(std::string_view path) {
         componentsFromTheEnd.push_back(baseNameOf(path));
     }
     std::string resolved(rootDir);
-    for (auto component = componentsFromTheEnd.rbegin(); component != componentsFromTheEnd.rend(); ++component) {
+    for (auto component = componentsFromTheEnd.rbegin(); component != componentsFromTheEnd.rend();
+         ++component) {
         appendComponent(resolved, *component);
     }
     return LmStr(std::string_view(resolved));
@@ -94,9 +95,13 @@ LmStr baseFromRoot(const LmStr& base, const LmStr& workingDirectory) {
 
 } // namespace
 
-LmStr dirName(const LmStr& path) { return LmStr(dirNameOf(path.view())); }
+LmStr dirName(const LmStr& path) {
+    return LmStr(dirNameOf(path.view()));
+}
 
-LmStr baseName(const LmStr& path) { return LmStr(baseNameOf(path.view())); }
+LmStr baseName(const LmStr& path) {
+    return LmStr(baseNameOf(path.view()));
+}
 
 void splitPath(const LmStr& path, LmStr* dirOut, LmStr* stemOut, LmStr* extensionOut) {
     // An output may be the path itself.
@@ -123,7 +128,9 @@ LmStr joinPathExt(const LmStr& dir, const LmStr& stem, const LmStr& extension) {
     return joinPath(dir, stem + "." + extension);
 }
 
-bool isAbsolutePath(const LmStr& path) { return path.view().starts_with('/'); }
+bool isAbsolutePath(const LmStr& path) {
+    return path.view().starts_with('/');
+}
 
 LmStr currentDir() {
     const LmStr directory = workingDir();
@@ -142,13 +149,17 @@ LmStr currentDir(LmStatus& status) {
     return directory;
 }
 
-LmStr absolutePath(const LmStr& path) { return absolutePath(path, LmStr("")); }
+LmStr absolutePath(const LmStr& path) {
+    return absolutePath(path, LmStr(""));
+}
 
 LmStr absolutePath(const LmStr& path, const LmStr& base) {
     return resolve(path, isAbsolutePath(base) ? base : baseFromRoot(base, currentDir()));
 }
 
-LmStr absolutePath(const LmStr& path, LmStatus& status) { return absolutePath(path, "", status); }
+LmStr absolutePath(const LmStr& path, LmStatus& status) {
+    return absolutePath(path, "", status);
+}
 
 LmStr absolutePath(const LmStr& path, const LmStr& base, LmStatus& status) {
     LmStr start = base;

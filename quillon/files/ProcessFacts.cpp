@@ -36,7 +36,9 @@ int readBootId(char* buffer, int size) {
     return static_cast<int>(length);
 }
 
-bool processAlive(int pid) { return kill(pid, 0) == 0; }
+bool processAlive(int pid) {
+    return kill(pid, 0) == 0;
+}
 
 LmStr hostName() {
     char buffer[longestHostName + 1] = {};
@@ -47,9 +49,13 @@ LmStr hostName() {
     return buffer;
 }
 
-long clockTicksPerSecond() { return sysconf(_SC_CLK_TCK); }
+long clockTicksPerSecond() {
+    return sysconf(_SC_CLK_TCK);
+}
 
-int cpuCount() { return static_cast<int>(sysconf(_SC_NPROCESSORS_ONLN)); }
+int cpuCount() {
+    return static_cast<int>(sysconf(_SC_NPROCESSORS_ONLN));
+}
 
 void sleepTicks(long n) {
     if (n < 1) {

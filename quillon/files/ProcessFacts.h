@@ -11,7 +11,8 @@ int readBootId(char* buffer, int size);
 /// Whether a signal could be sent to the process.
 bool processAlive(int pid);
 
-/// Puts the name of the real user into `buffer` of `size` bytes. False if the name is unknown or does not fit.
+/// Puts the name of the real user into `buffer` of `size` bytes. False if the name is unknown or does not
+/// fit.
 bool loginName(char* buffer, int size);
 
 /// Name and home directory of the effective user; outputs may be null. False if the user is unknown, and then

@@ -27,8 +27,8 @@ std::string_view withoutTrailingSlashes(std::string_view text) {
 
 void replaceReferences(std::string& text, bool stripTrailingSlashes, LmAbstractEnv& env) {
     int replacements = 0;
-    for (std::size_t start = text.find(reference); start != std::string::npos && replacements < mostReplacements;
-         start = text.find(reference, start)) {
+    for (std::size_t start = text.find(reference);
+         start != std::string::npos && replacements < mostReplacements; start = text.find(reference, start)) {
         const std::size_t end = std::min(text.find_first_of(nameEnds, start), text.size());
         char* const value = env.getEnv(text.substr(start + 1, end - start - 1).c_str());
         if (value == nullptr) {
@@ -54,7 +54,9 @@ void expandVariables(LmStr& text, bool stripTrailingSlashes, LmAbstractEnv& env)
     text = LmStr(std::string_view(expanded));
 }
 
-void expandVariables(LmStr& text, LmAbstractEnv& env) { expandVariables(text, false, env); }
+void expandVariables(LmStr& text, LmAbstractEnv& env) {
+    expandVariables(text, false, env);
+}
 
 void expandVariables(LmStr& text, bool stripTrailingSlashes) {
     LmSystemEnv env;
@@ -67,7 +69,9 @@ LmStr expandedVariables(const LmStr& text, bool stripTrailingSlashes, LmAbstract
     return expanded;
 }
 
-LmStr expandedVariables(const LmStr& text, LmAbstractEnv& env) { return expandedVariables(text, false, env); }
+LmStr expandedVariables(const LmStr& text, LmAbstractEnv& env) {
+    return expandedVariables(text, false, env);
+}
 
 LmStr expandedVariables(const LmStr& text, bool stripTrailingSlashes) {
     LmSystemEnv env;

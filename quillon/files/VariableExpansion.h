@@ -11,7 +11,8 @@ namespace quillon {
 /// the '/' characters at their end.
 void expandVariables(LmStr& text, bool stripTrailingSlashes, LmAbstractEnv& env);
 void expandVariables(LmStr& text, LmAbstractEnv& env);
-/// The same with the environment of the process. Paths read from files are expanded with the slashes stripped.
+/// The same with the environment of the process. Paths read from files are expanded with the slashes
+/// stripped.
 void expandVariables(LmStr& text, bool stripTrailingSlashes = false);
 
 /// `expandVariables` on a copy.
@@ -20,8 +21,8 @@ LmStr expandedVariables(const LmStr& text, LmAbstractEnv& env);
 LmStr expandedVariables(const LmStr& text, bool stripTrailingSlashes = false);
 
 /// The reverse, for writing: a path that begins with the value of the variable `name` begins with "$", the
-/// name and one '/' instead. Returns whether the path was changed. A longer word is cut too, by design: with a
-/// value "/data" the path "/database" becomes "$NAME/base".
+/// name and one '/' instead. Returns whether the path was changed. A longer word is cut too, by design: with
+/// a value "/data" the path "/database" becomes "$NAME/base".
 bool abbreviateWithVariable(LmStr& path, const char* name, LmAbstractEnv& env);
 bool abbreviateWithVariable(LmStr& path, const char* name);
 
