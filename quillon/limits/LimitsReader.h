@@ -7,12 +7,13 @@
 
 namespace quillon {
 
-// The limits file has a tagged form, which starts with the file id, and an older form of numbered rows without
-// a header. After a failure the target keeps what it held before, but for the older form, which empties its
-// target first and leaves the rows read up to the failure.
+// The limits file has a tagged form, which starts with the file id, and an older form of numbered rows
+// without a header. After a failure the target keeps what it held before, but for the older form, which
+// empties its target first and leaves the rows read up to the failure.
 
 /// Reads a limits file of either form. All failures are reported on the current status, "Unable to read limit
-/// data file" on top. Returns whether the file was read whole: no error stands and the user has not cancelled.
+/// data file" on top. Returns whether the file was read whole: no error stands and the user has not
+/// cancelled.
 bool readLimitsFile(LqLimitsData& target, const LmStr& name, bool withIncludes);
 
 /// Tells the form by the first byte and reads it; returns whether it was read whole. The tagged form reports

@@ -13,8 +13,8 @@ enum LqLimitMode : std::int32_t { LimitNone = 0, LimitUpper = 1, LimitLower = 2,
 
 /// The weight of a limit, which may be left open.
 struct LqLimitWeight {
-    float value = 0;     ///< 0 while the weight is not set
-    bool notSet = true;  ///< no weight was given
+    float value = 0;    ///< 0 while the weight is not set
+    bool notSet = true; ///< no weight was given
 
     /// Makes `weight` the weight that is set.
     void set(float weight) {
@@ -28,14 +28,14 @@ struct LqVarLimits {
     LqVarLimits() = default;
     explicit LqVarLimits(std::int32_t newId) : id(newId) {}
 
-    std::int32_t id = 0;           ///< system variable id, counted from 1
-    LqLimitMode mode = LimitNone;  ///< which limits exist
-    float upperValue = 0;          ///< meaningful with an upper limit
+    std::int32_t id = 0;          ///< system variable id, counted from 1
+    LqLimitMode mode = LimitNone; ///< which limits exist
+    float upperValue = 0;         ///< meaningful with an upper limit
     LqLimitWeight upperWeight;
-    float lowerValue = 0;          ///< meaningful with a lower limit
+    float lowerValue = 0; ///< meaningful with a lower limit
     LqLimitWeight lowerWeight;
-    float guideValue = 0;          ///< what the variable is drawn towards; 0 without a guide
-    float guideWeight = 0;         ///< how strongly; 0 without a guide
+    float guideValue = 0;  ///< what the variable is drawn towards; 0 without a guide
+    float guideWeight = 0; ///< how strongly; 0 without a guide
 
     bool hasUpperLimit() const;
     bool hasLowerLimit() const;
@@ -46,8 +46,8 @@ struct LqVarLimits {
 
 /// One INCLUDE section: another limits file whose records are to be merged.
 struct LqLimitsInclude {
-    LmStr fileName;
-    std::int32_t idOffset = -1;  ///< added to the ids of that file; -1 when none was given
+    LmStr fileName{""};
+    std::int32_t idOffset = -1; ///< added to the ids of that file; -1 when none was given
 };
 
 /// The limits of a problem's system variables. Owns all records; a copy is deep.
@@ -107,13 +107,13 @@ public:
     /// this object, so that a caller's pointer to one survives the reading of another file.
     void replaceAll(LmDoubleLinkedList& newVars, LmDoubleLinkedList& newIncludes);
 
-    LmDoubleLinkedList vars;      ///< of `LqVarLimits*`, owned
-    LmDoubleLinkedList includes;  ///< of `LqLimitsInclude*`, owned, in file order; empty once merged
+    LmDoubleLinkedList vars;     ///< of `LqVarLimits*`, owned
+    LmDoubleLinkedList includes; ///< of `LqLimitsInclude*`, owned, in file order; empty once merged
 
 private:
     void copyFrom(const LqLimitsData& other);
 
-    LmDoubleLinkedList unlinkedVars;  // of LqVarLimits*, owned: records that a later read took out of `vars`
+    LmDoubleLinkedList unlinkedVars; // of LqVarLimits*, owned: records that a later read took out of `vars`
 };
 
 } // namespace quillon

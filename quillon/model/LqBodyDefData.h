@@ -16,11 +16,11 @@ class LqProblemDefData;
 
 /// The geometry of one body.
 struct LqBDBody {
-    LmStr name;                           ///< as in the model file, without a suffix
-    LmMat4 baseTransform = identityMat4;  ///< the base matrix
-    float vectorLength = 0;               ///< the length of a body of type one
-    float reserved = 1;                   ///< neither read, written nor compared
-    LmVec3 vectorDirection = {};          ///< the direction of a body of type one or two
+    LmStr name{""};                      ///< as in the model file, without a suffix
+    LmMat4 baseTransform = identityMat4; ///< the base matrix
+    float vectorLength = 0;              ///< the length of a body of type one
+    float reserved = 1;                  ///< neither read, written nor compared
+    LmVec3 vectorDirection = {};         ///< the direction of a body of type one or two
 };
 
 /// The place of one marker in the frame of its body.
@@ -31,8 +31,8 @@ struct LqBDMarker {
 
 /// One INCLUDE section: another model file whose bodies get a suffix and whose markers are appended.
 struct LqBDInclude {
-    LmStr fileName;
-    LmStr bodyNameSuffix;
+    LmStr fileName{""};
+    LmStr bodyNameSuffix{""};
 };
 
 /// A model: the geometry of the bodies and markers that a problem definition names. Owns all records.
@@ -116,16 +116,16 @@ public:
     /// Appends a text to the suffix of every include.
     void appendToIncludeSuffixes(const LmStr& suffix);
 
-    const LqProblemDefData* problemDef = nullptr;  ///< the definition that checks look at, not owned
-    std::int32_t cameraCount = 0;                  ///< number of cameras in the file
-    bool strictMatch = true;                       ///< whether a wrong body count is an error or a warning
-    LmDArray<LqBDBody*> bodies;                    ///< in file order
+    const LqProblemDefData* problemDef = nullptr; ///< the definition that checks look at, not owned
+    std::int32_t cameraCount = 0;                 ///< number of cameras in the file
+    bool strictMatch = true;                      ///< whether a wrong body count is an error or a warning
+    LmDArray<LqBDBody*> bodies;                   ///< in file order
     LmDArray<LqBDMarker*> realMarkers;
-    LmDArray<LqBDMarker*> globalDirectionMarkers;  ///< in no file
+    LmDArray<LqBDMarker*> globalDirectionMarkers; ///< in no file
     LmDArray<LqBDMarker*> fixMarkers;
     LmDArray<LqBDMarker*> doubleMarkers;
-    LmDArray<LqBDMarker*> artificialMarkers;       ///< two records for each pair of the definition
-    LmDoubleLinkedList includes;                   ///< of `LqBDInclude*`, owned; empty once merged
+    LmDArray<LqBDMarker*> artificialMarkers; ///< two records for each pair of the definition
+    LmDoubleLinkedList includes;             ///< of `LqBDInclude*`, owned; empty once merged
 
 private:
     void copyFrom(const LqBodyDefData& other);
