@@ -168,6 +168,10 @@ TEST(LmStrEditing, InsertsAndAppendsItsOwnText) {
         {"abcdef", [](LmStr& s) { s += s.c_str(); }, "abcdefabcdef"},
         {"abcdef", [](LmStr& s) { s.append(s.view().substr(1, 2)); }, "abcdefbc"},
         {"abcdef", [](LmStr& s) { s.append(s.right(3)); }, "abcdefdef"},
+        {"abcdef", [](LmStr& s) { s.appendPadded(s.c_str() + 2, 6); }, "abcdefcdef  "},
+        {"abcdef", [](LmStr& s) { s.replaceRange(1, 2, s.c_str() + 2); }, "acdefdef"},
+        {"abcdef", [](LmStr& s) { s.replaceFirst("b", s.c_str()); }, "aabcdefcdef"},
+        {"abcdef", [](LmStr& s) { s.replaceAll("b", s.c_str() + 4); }, "aefcdef"},
         {"abc", [](LmStr& s) { s.format("%s-%s", s.c_str(), s.c_str() + 1); }, "abc-bc"},
         {"abc", [](LmStr& s) { s.appendFormat("<%s>", s.c_str()); }, "abc<abc>"},
     });
