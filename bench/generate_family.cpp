@@ -62,6 +62,7 @@ public:
     [[gnu::format(printf, 2, 3)]] void print(const char* format, ...) {
         va_list arguments;
         va_start(arguments, format);
+        // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): the line above begins it
         const int written = std::vfprintf(file_, format, arguments);
         va_end(arguments);
         if (written < 0) {
@@ -98,7 +99,7 @@ struct Body {
 
 struct Family {
     std::vector<Body> bodies;
-    int rareMarkers; // of each of the kinds fix, double and artificial
+    int rareMarkers = 0; // of each of the kinds fix, double and artificial
 
     int size() const { return static_cast<int>(bodies.size()); }
     int realMarkers() const { return markersPerBody * size(); }

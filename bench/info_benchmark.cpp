@@ -164,7 +164,12 @@ void compareWithUrdf(const std::string& checker, const std::string& generator, c
 } // namespace
 
 int main(int argumentCount, char** argumentTexts) {
-    const std::vector<std::string> arguments(argumentTexts, argumentTexts + argumentCount);
+    // The runs have working directories of their own.
+    std::vector<std::string> arguments;
+    arguments.reserve(static_cast<std::size_t>(argumentCount));
+    for (int i = 0; i < argumentCount; ++i) {
+        arguments.push_back(fs::absolute(argumentTexts[i]).string());
+    }
     if (arguments.size() != 4 && arguments.size() != 6) {
         std::fputs("Usage: info_benchmark TOOL HELLO GENERATE_FAMILY [CHECK_URDF GENERATE_URDF]\n", stderr);
         return 1;

@@ -73,6 +73,7 @@ struct Capture {
 /// The arguments or the environment as the system calls take them; points into `texts`.
 std::vector<char*> pointersTo(std::vector<std::string>& texts) {
     std::vector<char*> pointers;
+    pointers.reserve(texts.size() + 1);
     for (std::string& text : texts) {
         pointers.push_back(text.data());
     }
