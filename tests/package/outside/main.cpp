@@ -1,11 +1,11 @@
-#include "quillon/core/Fatal.h"
+#include "quillon/core/LmStatus.h"
 #include "quillon/tool/Version.h"
 
-#include <cstdio>
+#include <iostream>
 
-int main(int argumentCount, char**) {
-    if (argumentCount > 1) {
-        quillon::endByMemoryFault();
-    }
-    std::puts(quillon::version);
+int main() {
+    quillon::LmStatus status;
+    status.pushError("An error of the outside program.");
+    const bool works = status.printStatus(std::cout) == 1 && quillon::version[0] != '\0';
+    return works ? 0 : 1;
 }
