@@ -40,7 +40,9 @@ class Random {
 public:
     explicit Random(std::uint32_t seed) : engine(seed) {}
 
-    double between(double low, double high) { return low + (high - low) * (static_cast<double>(engine()) / 4294967296.0); }
+    double between(double low, double high) {
+        return low + (high - low) * (static_cast<double>(engine()) / 4294967296.0);
+    }
     float floatBetween(double low, double high) { return static_cast<float>(between(low, high)); }
     LmVec3 vectorWithin(double bound) {
         const float x = floatBetween(-bound, bound);
