@@ -91,7 +91,7 @@ bool abortOnError = false;
 /// A message formatted in the manner of `printf`, cut at 1023 characters.
 class FormattedText {
 public:
-    FormattedText(const char* format, std::va_list arguments) {
+    __attribute__((format(printf, 2, 0))) FormattedText(const char* format, std::va_list arguments) {
         std::vsnprintf(text, sizeof text, format, arguments);
     }
     operator const char*() const { return text; }
