@@ -1,0 +1,298 @@
+#include "quillon/limits/LimitsWriter.h"
+
+#include "quillon/limits/LimitsReader.h"
+#include "tests/limits/LimitsText.h"
+#include "tests/support/EnvironmentValue.h"
+#include "tests/support/NoFreeDescriptors.h"
+#include "tests/support/ScratchDirectory.h"
+#include "tests/support/StatusChain.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <random>
+#include <sstream>
+#include <streambuf>
+
+namespace quillon {
+namespace {
+
+using test::error;
+using test::linesOf;
+using test::StatusChain;
+using test::takeChain;
+using testing::IsEmpty;
+
+const std::string header = "Kym System Variable Limits File\nv2.00\n";
+
+std::string written(const LqLimitsData& limits) {
+    std::ostringstream output;
+    writeTaggedLimits(limits, output);
+    return output.str();
+}
+
+/// A stream buffer that takes so many characters and then fails.
+class LimitedBuffer : public std::streambuf {
+public:
+    explicit LimitedBuffer(int characters) : left(characters) {}
+
+protected:
+    int_type overflow(int_type c) override {
+        return left-- > 0 ? traits_type::not_eof(c) : traits_type::eof();
+    }
+
+private:
+    int left;
+};
+
+class LimitsWriter : public testing::Test {
+protected:
+    test::CleanStatus cleanStatus;
+};
+
+TEST_F(LimitsWriter, NoRecordsAreTheHeaderAlone) {
+    EXPECT_EQ(written(LqLimitsData()), header);
+}
+
+TEST_F(LimitsWriter, WritesEveryPartOfARecordAndOfAnInclude) {
+    const test::EnvironmentValue drenk("DRENK_DATA_DIR", "/data/");
+    LqLimitsData limits;
+    limits.setLowerLimit(7, -1.5F);
+    limits.setLowerWeight(7, 2);
+    limits.setUpperLimit(7, 1.5F);
+    limits.setGuideValue(7, 0.25F);
+    limits.setGuideWeight(7, 4);
+    limits.setUpperLimit(3, 0.123F);
+    limits.setUpperWeight(3, 0.12345F);
+    limits.setLowerLimit(9, 1e6F);
+    limits.addInclude("/data/limits/arm.limits", 40);
+    limits.addInclude("leg.limits", -1);
+    limits.addInclude("/data", 0);
+    EXPECT_EQ(written(limits), header + "GUIDE_WEIGHT_SCALE: linear\n"
+                                        "VARIABLE {\n"
+                                        "  ID: 3\n"
+                                        "  UPPER {\n"
+                                        "    VALUE: 0.12\n"
+                                        "    WEIGHT: 0.1235\n"
+                                        "  }\n"
+                                        "}\n"
+                                        "VARIABLE {\n"
+                                        "  ID: 7\n"
+                                        "  LOWER {\n"
+                                        "    VALUE: -1.50\n"
+                                        "    WEIGHT: 2.0000\n"
+                                        "  }\n"
+                                        "  UPPER {\n"
+                                        "    VALUE: 1.50\n"
+                                        "  }\n"
+                                        "  GUIDE {\n"
+                                        "    VALUE: 0.25\n"
+                                        "    WEIGHT: 4.00\n"
+                                        "  }\n"
+                                        "}\n"
+                                        "VARIABLE {\n"
+                                        "  ID: 9\n"
+                                        "  LOWER {\n"
+                                        "    VALUE: 1000000.00\n"
+                                        "  }\n"
+                                        "}\n"
+                                        "INCLUDE {\n"
+                                        "  FILE_NAME: $DRENK_DATA_DIR/limits/arm.limits\n"
+                                        "  SYSTEM_VARIABLE_ID_OFFSET: 40\n"
+                                        "}\n"
+                                        "INCLUDE {\n"
+                                        "  FILE_NAME: leg.limits\n"
+                                        "}\n"
+                                        "INCLUDE {\n"
+                                        "  FILE_NAME: $DRENK_DATA_DIR\n"
+                                        "  SYSTEM_VARIABLE_ID_OFFSET: 0\n"
+                                        "}\n");
+    EXPECT_THAT(takeChain(), IsEmpty());
+}
+
+TEST_F(LimitsWriter, LeavesOutRecordsWithoutLimitsAndGuide) {
+    LqLimitsData limits;
+    limits.varForEdit(1);
+    limits.setUpperWeight(2, 5);
+    limits.setGuideValue(3, 5);
+    EXPECT_EQ(written(limits), header + "VARIABLE {\n"
+                                        "  ID: 3\n"
+                                        "  GUIDE {\n"
+                                        "    VALUE: 5.00\n"
+                                        "  }\n"
+                                        "}\n");
+}
+
+TEST_F(LimitsWriter, AGuideWeightAloneIsWrittenWithItsValueOf0) {
+    LqLimitsData limits;
+    limits.setGuideWeight(3, 5);
+    EXPECT_EQ(written(limits), header + "GUIDE_WEIGHT_SCALE: linear\n"
+                                        "VARIABLE {\n"
+                                        "  ID: 3\n"
+                                        "  GUIDE {\n"
+                                        "    VALUE: 0.00\n"
+                                        "    WEIGHT: 5.00\n"
+                                        "  }\n"
+                                        "}\n");
+}
+
+TEST_F(LimitsWriter, AWeightReadWithoutAScaleIsWrittenSquaredAndLinear) {
+    LqLimitsData limits;
+    std::istringstream input(header + "VARIABLE {\nID: 3\nGUIDE {\nWEIGHT: 3\n}\n}\n");
+    ASSERT_TRUE(readLimitsStream(limits, input, false));
+    EXPECT_EQ(limits.guideWeight(3), 9.0F);
+    EXPECT_EQ(written(limits), header + "GUIDE_WEIGHT_SCALE: linear\n"
+                                        "VARIABLE {\n"
+                                        "  ID: 3\n"
+                                        "  GUIDE {\n"
+                                        "    VALUE: 0.00\n"
+                                        "    WEIGHT: 9.00\n"
+                                        "  }\n"
+                                        "}\n");
+}
+
+TEST_F(LimitsWriter, LeavesTheStreamInFixedPointLeftJustifiedWithTwoDecimals) {
+    LqLimitsData limits;
+    limits.setUpperLimit(1, 2);
+    limits.setUpperWeight(1, 3);
+    std::ostringstream output;
+    writeTaggedLimits(limits, output);
+    EXPECT_EQ(output.precision(), 2);
+    EXPECT_EQ(output.flags() & std::ios::floatfield, std::ios::fixed);
+    EXPECT_EQ(output.flags() & std::ios::adjustfield, std::ios::left);
+}
+
+TEST_F(LimitsWriter, ReportsAHeaderThatCannotBeWritten) {
+    LimitedBuffer noRoom(0);
+    std::ostream output(&noRoom);
+    writeTaggedLimits(LqLimitsData(), output);
+    EXPECT_EQ(takeChain(),
+              (StatusChain{error("Unable to write header info."), error("Unable to write data file id.")}));
+    LimitedBuffer roomForTheId(32);
+    std::ostream cutOutput(&roomForTheId);
+    writeTaggedLimits(LqLimitsData(), cutOutput);
+    EXPECT_EQ(takeChain(), (StatusChain{error("Unable to write header info."),
+                                        error("Unable to write data file version.")}));
+}
+
+TEST_F(LimitsWriter, WritesFiles) {
+    const support::ScratchDirectory scratch;
+    LqLimitsData limits;
+    limits.setUpperLimit(3, 1);
+    const std::string text = header + "VARIABLE {\n  ID: 3\n  UPPER {\n    VALUE: 1.00\n  }\n}\n";
+    const std::string path = scratch / "x.limits";
+    writeLimitsFile(limits, path.c_str());
+    EXPECT_EQ(support::readBytes(path), text);
+    const std::string checkedPath = scratch / "y.limits";
+    writeLimitsFileChecked(limits, checkedPath.c_str());
+    EXPECT_EQ(support::readBytes(checkedPath), text);
+    EXPECT_THAT(takeChain(), IsEmpty());
+}
+
+TEST_F(LimitsWriter, ReportsAFileThatCannotBeWritten) {
+    const support::ScratchDirectory scratch;
+    const std::string directory = scratch.path().string();
+    const StatusChain chain = {error("File \"" + directory + "\" is unwritable."),
+                               error("File is a directory.")};
+    writeLimitsFile(LqLimitsData(), directory.c_str());
+    EXPECT_EQ(takeChain(), chain);
+    writeLimitsFileChecked(LqLimitsData(), directory.c_str());
+    EXPECT_EQ(takeChain(), chain);
+}
+
+TEST_F(LimitsWriter, ReportsAFileThatCannotBeCreated) {
+    const support::ScratchDirectory scratch;
+    const std::string path = scratch / "x.limits";
+    {
+        const test::NoFreeDescriptors none;
+        writeLimitsFile(LqLimitsData(), path.c_str());
+        writeLimitsFileChecked(LqLimitsData(), path.c_str());
+    }
+    const test::StatusLine line = error("Couldn't create file \"" + path + "\".");
+    EXPECT_EQ(takeChain(), (StatusChain{line, line}));
+}
+
+TEST_F(LimitsWriter, OnlyTheCheckedVariantReportsAFullDisk) {
+    const StatusChain headerChain = {error("Unable to write header info."),
+                                     error("Unable to write data file id.")};
+    writeLimitsFile(LqLimitsData(), "/dev/full");
+    EXPECT_EQ(takeChain(), headerChain);
+    writeLimitsFileChecked(LqLimitsData(), "/dev/full");
+    StatusChain checkedChain = headerChain;
+    checkedChain.insert(checkedChain.begin(), error("Couldn't write file \"/dev/full\"."));
+    EXPECT_EQ(takeChain(), checkedChain);
+}
+
+// --- Reading back ------------------------------------------------------------------------------------------
+
+/// Limits that the file can represent: two decimals, four for the weights of limits, none without effect.
+class RandomLimits {
+public:
+    explicit RandomLimits(unsigned seed) : random(seed) {}
+
+    LqLimitsData make() {
+        LqLimitsData limits;
+        const int count = number(0, 30);
+        for (int i = 0; i < count; ++i) {
+            limits.vars.append(new LqVarLimits(record()));
+        }
+        const int includeCount = number(0, 3);
+        for (int i = 0; i < includeCount; ++i) {
+            limits.addInclude(LmStr(("part" + std::to_string(i) + ".limits").c_str()), number(-1, 50));
+        }
+        return limits;
+    }
+
+private:
+    LqVarLimits record() {
+        LqVarLimits made(number(1, 500));
+        const int mode = number(1, 4);
+        if (mode == 1 || mode == 3) {
+            made.upperValue = real(0, 100000, 100);
+            made.switchUpperLimit(true);
+            setSometimes(made.upperWeight);
+        }
+        if (mode == 2 || mode == 3) {
+            made.lowerValue = real(-100000, 0, 100);
+            made.switchLowerLimit(true);
+            setSometimes(made.lowerWeight);
+        }
+        if (mode == 4 || number(0, 1) == 0) {
+            made.guideValue = real(-5000, 5000, 100);
+            made.guideWeight = real(1, 5000, 100);
+        }
+        return made;
+    }
+
+    void setSometimes(LqLimitWeight& weight) {
+        if (number(0, 1) == 0) {
+            weight.set(real(0, 1000000, 10000));
+        }
+    }
+
+    int number(int least, int most) { return std::uniform_int_distribution<int>(least, most)(random); }
+
+    float real(int least, int most, int parts) {
+        return static_cast<float>(static_cast<double>(number(least, most)) / parts);
+    }
+
+    std::mt19937 random;
+};
+
+TEST_F(LimitsWriter, WhatItWritesReadsBackEqual) {
+    const unsigned firstSeed = std::random_device{}();
+    for (unsigned seed = firstSeed; seed != firstSeed + 200; ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        const LqLimitsData limits = RandomLimits(seed).make();
+        const std::string text = written(limits);
+        std::istringstream input(text);
+        LqLimitsData back;
+        ASSERT_TRUE(readLimitsStream(back, input, false)) << text;
+        ASSERT_EQ(linesOf(back), linesOf(limits));
+        ASSERT_TRUE(back.equalEffective(limits));
+        ASSERT_EQ(written(back), text);
+    }
+}
+
+} // namespace
+} // namespace quillon
