@@ -1,0 +1,325 @@
+#include "quillon/model/ModelReader.h"
+
+#include "quillon/core/CancelPoll.h"
+#include "quillon/core/DataHeader.h"
+#include "quillon/core/Fatal.h"
+#include "quillon/core/LmStatus.h"
+#include "quillon/core/StreamExtraction.h"
+#include "quillon/files/FileAccess.h"
+#include "quillon/model/ModelFormat.h"
+#include "quillon/problem/LqPDDBodyMap.h"
+#include "quillon/problem/LqProblemDefData.h"
+
+#include <fstream>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+namespace quillon {
+
+namespace {
+
+namespace format = modelFormat;
+
+/// How the reading of a section ended.
+enum class Ending {
+    Complete,
+    Unreadable, // a number or a name could not be read: nothing of the model is kept
+    Refused,    // a body does not fit the definition: the bodies in front of it stay
+    Canceled    // by the user; the records read so far stay, and the error is hidden below a warning
+};
+
+/// Reads what stands behind the header into a model without records.
+class ModelSectionsReader {
+public:
+    ModelSectionsReader(LqBodyDefData& emptyModel, std::istream& stream, const LqProblemDefData& definition,
+                        const LmStr& suffix);
+
+    Ending read();
+
+private:
+    Ending readBodies();
+    Ending readBody(int number, LqBDBody& body);
+    bool readName(int number, LmStr& name);
+    bool readTransform(LqBDBody& body);
+    const LqPDDBodyMap* definedBody(const LmStr& name);
+    Ending readVectors(LqBDBody& body, const LqPDDBodyMap& defined);
+    Ending readLength(LqBDBody& body, const LqPDDBodyMap& defined);
+    Ending readDirection(LqBDBody& body, const LqPDDBodyMap& defined);
+    Ending readMarkers(const format::MarkerSection& section);
+    bool readMarker(const format::MarkerSection& section, LqBDMarker& marker);
+    void skipCameraLines();
+
+    LqBodyDefData& model;
+    std::istream& input;
+    const std::string_view bodyNameSuffix;
+    std::unordered_map<std::string_view, const LqPDDBodyMap*> definedBodies;
+};
+
+ModelSectionsReader::ModelSectionsReader(LqBodyDefData& emptyModel, std::istream& stream,
+                                         const LqProblemDefData& definition, const LmStr& suffix)
+    : model(emptyModel), input(stream), bodyNameSuffix(suffix.view()) {
+    definedBodies.reserve(static_cast<std::size_t>(definition.bodies.count()));
+    for (const LqPDDBodyMap* body : definition.bodies) {
+        if (body != nullptr) {
+            definedBodies.try_emplace(body->name.view(), body);
+        }
+    }
+}
+
+Ending ModelSectionsReader::read() {
+    Ending ending = readBodies();
+    for (const format::MarkerSection& section : format::markerSections) {
+        if (ending != Ending::Complete) {
+            break;
+        }
+        ending = readMarkers(section);
+    }
+    return ending;
+}
+
+Ending ModelSectionsReader::readBodies() {
+    extractInt(input, model.cameraCount);
+    skipRestOfLine(input);
+    std::int32_t count = 0;
+    if (!extractInt(input, count)) {
+        pushError("Unable to read number of bodies.");
+        return Ending::Unreadable;
+    }
+    skipRestOfLine(input);
+    model.bodies.setLengthZeroed(count);
+    CancelPoll cancel(recordsBeforeCancelPoll);
+    for (int i = 0; i < count; ++i) {
+        auto body = std::make_unique<LqBDBody>();
+        const Ending ending = readBody(i + 1, *body);
+        if (ending != Ending::Complete) {
+            return ending;
+        }
+        model.bodies[i] = body.release();
+        if (cancel.canceledAfterRecord()) {
+            model.bodies.setLength(std::int64_t{i} + 1);
+            return Ending::Canceled;
+        }
+    }
+    return Ending::Complete;
+}
+
+Ending ModelSectionsReader::readBody(int number, LqBDBody& body) {
+    if (!readName(number, body.name) || !readTransform(body)) {
+        return Ending::Unreadable;
+    }
+    const LqPDDBodyMap* const defined = definedBody(body.name);
+    return defined == nullptr ? Ending::Refused : readVectors(body, *defined);
+}
+
+bool ModelSectionsReader::readName(int number, LmStr& name) {
+    name.readLine(input);
+    if (input.fail() || name.isNull()) {
+        pushErrorf("Unable to read body name of body #%d.", number);
+        return false;
+    }
+    name.trim();
+    return true;
+}
+
+bool ModelSectionsReader::readTransform(LqBDBody& body) {
+    int rowNumber = 0;
+    for (const auto& row : format::transformRows) {
+        ++rowNumber;
+        for (const std::size_t element : row) {
+            if (!extractFloat(input, body.baseTransform[element])) {
+                pushErrorf("Unable to read transformation row %d for '%s'.", rowNumber, body.name.c_str());
+                return false;
+            }
+        }
+        skipRestOfLine(input);
+    }
+    return true;
+}
+
+/// The definition's body of that name with the suffix. Without one, reports that and gives null.
+const LqPDDBodyMap* ModelSectionsReader::definedBody(const LmStr& name) {
+    std::string fullName(name.view());
+    fullName += bodyNameSuffix;
+    const auto found = definedBodies.find(fullName);
+    if (found == definedBodies.end()) {
+        pushError("The base matrix for body '" + LmStr(fullName.c_str()) +
+                  "' is given, but there is no such body in the problem definition.");
+        return nullptr;
+    }
+    return found->second;
+}
+
+Ending ModelSectionsReader::readVectors(LqBDBody& body, const LqPDDBodyMap& defined) {
+    Ending ending = Ending::Complete;
+    if ((defined.type & bodyTypeOne) != 0) {
+        ending = readLength(body, defined);
+    }
+    if (ending == Ending::Complete && (defined.type & (bodyTypeOne | bodyTypeTwo)) != 0) {
+        ending = readDirection(body, defined);
+    }
+    return ending;
+}
+
+Ending ModelSectionsReader::readLength(LqBDBody& body, const LqPDDBodyMap& defined) {
+    double length = 0;
+    if (!extractDouble(input, length)) {
+        pushErrorf("Unable to read vector length for '%s'.", defined.name.c_str());
+        return Ending::Unreadable;
+    }
+    // Before narrowing: a length too small for 32 bits is one, and is kept as 0.
+    if (length == 0.0) {
+        pushError("Body '" + body.name + "' has a zero type one vector length.");
+        return Ending::Refused;
+    }
+    body.vectorLength = narrowed(length);
+    skipRestOfLine(input);
+    return Ending::Complete;
+}
+
+Ending ModelSectionsReader::readDirection(LqBDBody& body, const LqPDDBodyMap& defined) {
+    for (float& component : body.vectorDirection) {
+        if (!extractFloat(input, component)) {
+            pushErrorf("Unable to read vector direction for '%s'.", defined.name.c_str());
+            return Ending::Unreadable;
+        }
+    }
+    skipRestOfLine(input);
+    return Ending::Complete;
+}
+
+Ending ModelSectionsReader::readMarkers(const format::MarkerSection& section) {
+    std::int32_t count = 0;
+    if (!extractInt(input, count)) {
+        pushError(section.countUnreadable);
+        return Ending::Unreadable;
+    }
+    skipRestOfLine(input);
+    LmDArray<LqBDMarker*>& markers = model.*section.markers;
+    markers.setLengthZeroed(std::int64_t{count} * section.recordsPerCount);
+    CancelPoll cancel(recordsBeforeCancelPoll);
+    for (int i = 0; i < markers.count(); ++i) {
+        auto marker = std::make_unique<LqBDMarker>();
+        if (!readMarker(section, *marker)) {
+            return Ending::Unreadable;
+        }
+        markers[i] = marker.release();
+        if (cancel.canceledAfterRecord()) {
+            markers.setLength(std::int64_t{i} + 1);
+            return Ending::Canceled;
+        }
+    }
+    return Ending::Complete;
+}
+
+bool ModelSectionsReader::readMarker(const format::MarkerSection& section, LqBDMarker& marker) {
+    if (!extractInt(input, marker.id)) {
+        pushError(section.idUnreadable);
+        return false;
+    }
+    for (float& coordinate : marker.position) {
+        if (!extractFloat(input, coordinate)) {
+            pushError(section.positionUnreadable);
+            return false;
+        }
+    }
+    skipRestOfLine(input);
+    if (section.hasCameraLines) {
+        skipCameraLines();
+    }
+    return true;
+}
+
+void ModelSectionsReader::skipCameraLines() {
+    // At the end of the input the next number fails in any case, so a camera count far above the lines of the
+    // file costs nothing.
+    for (int i = 0; i < model.cameraCount && input.good(); ++i) {
+        skipRestOfLine(input);
+    }
+}
+
+/// The place where included models join the bodies and markers; today the INCLUDE sections are not read.
+void mergeIncludes([[maybe_unused]] LqBodyDefData& target,
+                   [[maybe_unused]] const LqProblemDefData& problemDef) {}
+
+} // namespace
+
+bool readModelFile(LqBodyDefData& target, const LmStr& path, const LqProblemDefData& problemDef,
+                   bool withIncludes) {
+    return readModelFileWithSuffix(target, path, problemDef, "", withIncludes);
+}
+
+bool readModelFile(LqBodyDefData& target, const LmStr& path, bool withIncludes) {
+    if (target.problemDef == nullptr) {
+        endByMemoryFault();
+    }
+    return readModelFile(target, path, *target.problemDef, withIncludes);
+}
+
+bool readModelFileWithSuffix(LqBodyDefData& target, const LmStr& path, const LqProblemDefData& problemDef,
+                             const LmStr& suffix, bool withIncludes) {
+    if (!checkFileReadable(path)) {
+        return false;
+    }
+    std::ifstream input(path.c_str());
+    if (!input.is_open()) {
+        pushErrorf("Unable to open model file '%s'.", path.c_str());
+        return false;
+    }
+    const bool whole = readModelSections(target, input, problemDef, suffix);
+    if (!whole) {
+        pushErrorf("Unable to read '%s'.", path.c_str());
+    }
+    // Deliberately also after a failure, when only what was read can be merged.
+    if (withIncludes) {
+        mergeIncludes(target, problemDef);
+    }
+    return whole;
+}
+
+bool readModelStream(LqBodyDefData& target, std::istream& input, const LqProblemDefData& problemDef,
+                     bool withIncludes) {
+    const bool whole = readModelSections(target, input, problemDef, "");
+    if (withIncludes) {
+        mergeIncludes(target, problemDef);
+    }
+    return whole;
+}
+
+bool readModelSections(LqBodyDefData& target, std::istream& input, const LqProblemDefData& problemDef,
+                       const LmStr& suffix) {
+    target.clear();
+    if (!readModelHeader(input)) {
+        pushError("Not a valid " + modelFileId + ".");
+        return false;
+    }
+    const Ending ending = ModelSectionsReader(target, input, problemDef, suffix).read();
+    if (ending == Ending::Unreadable) {
+        target.clear();
+    }
+    return ending == Ending::Complete && !errorStands();
+}
+
+bool readModelHeader(std::istream& input) {
+    return readFormatHeader(input, DataFileFormat::Model);
+}
+
+bool hasModelHeader(const LmStr& path) {
+    if (!checkFileReadable(path)) {
+        return false;
+    }
+    std::ifstream input(path.c_str());
+    if (!input.is_open()) {
+        pushErrorf("Unable to open model file '%s'.", path.c_str());
+        return false;
+    }
+    const bool isGood = readModelHeader(input);
+    if (errorStands()) {
+        pushErrorf("Error reading '%s'.", path.c_str());
+        return false;
+    }
+    return isGood;
+}
+
+} // namespace quillon
