@@ -39,8 +39,13 @@ void ReadArea::take(std::size_t count) {
 
 namespace {
 
-bool hasPlainFormat(const std::istream& input) {
-    return input.flags() == (std::ios_base::skipws | std::ios_base::dec) && input.tie() == nullptr &&
+/// Whether the buffer may be looked into: a stream that is good has one, and nothing is to be flushed first.
+bool isReady(const std::istream& input) {
+    return input.good() && input.tie() == nullptr;
+}
+
+bool isReadyAndPlain(const std::istream& input) {
+    return isReady(input) && input.flags() == (std::ios_base::skipws | std::ios_base::dec) &&
            input.getloc() == std::locale::classic();
 }
 
@@ -169,7 +174,7 @@ const char* scanDouble(const char* at, const char* end, double& out) {
 } // namespace
 
 bool extractInt(std::istream& input, std::int32_t& value) {
-    if (input.good() && hasPlainFormat(input)) {
+    if (isReadyAndPlain(input)) {
         ReadArea area(*input.rdbuf());
         if (const char* const end = scanInt(skipSpaces(area.begin(), area.end()), area.end(), value)) {
             area.take(static_cast<std::size_t>(end - area.begin()));
@@ -181,7 +186,7 @@ bool extractInt(std::istream& input, std::int32_t& value) {
 }
 
 bool extractDouble(std::istream& input, double& value) {
-    if (input.good() && hasPlainFormat(input)) {
+    if (isReadyAndPlain(input)) {
         ReadArea area(*input.rdbuf());
         if (const char* const end = scanDouble(skipSpaces(area.begin(), area.end()), area.end(), value)) {
             area.take(static_cast<std::size_t>(end - area.begin()));
@@ -209,7 +214,7 @@ float narrowed(double value) {
 // -----------------------------------------------------------------------------------
 
 bool skipWhiteSpace(std::istream& input) {
-    if (input.good() && hasPlainFormat(input)) {
+    if (isReadyAndPlain(input)) {
         ReadArea area(*input.rdbuf());
         const char* const end = skipSpaces(area.begin(), area.end());
         if (end != area.end()) {
@@ -227,20 +232,21 @@ bool extractChar(std::istream& input, char& c) {
 }
 
 bool skipChars(std::istream& input, int count) {
-    ReadArea area(*input.rdbuf());
-    if (count > 0 && input.good() && input.tie() == nullptr &&
-        waitingCount(area) >= static_cast<std::size_t>(count)) {
-        area.take(static_cast<std::size_t>(count));
-        return true;
+    if (count > 0 && isReady(input)) {
+        ReadArea area(*input.rdbuf());
+        if (waitingCount(area) >= static_cast<std::size_t>(count)) {
+            area.take(static_cast<std::size_t>(count));
+            return true;
+        }
     }
     input.ignore(count);
     return !input.fail();
 }
 
 bool skipRestOfLine(std::istream& input, int atMost) {
-    ReadArea area(*input.rdbuf());
-    const std::size_t waiting = waitingCount(area);
-    if (atMost > 0 && input.good() && input.tie() == nullptr) {
+    if (atMost > 0 && isReady(input)) {
+        ReadArea area(*input.rdbuf());
+        const std::size_t waiting = waitingCount(area);
         const auto limit = static_cast<std::size_t>(atMost);
         const std::size_t newline = findNewline(area.begin(), std::min(waiting, limit));
         if (newline < std::min(waiting, limit)) {
@@ -257,9 +263,9 @@ bool skipRestOfLine(std::istream& input, int atMost) {
 }
 
 bool extractLine(std::istream& input, std::string& line, int bufferSize) {
-    ReadArea area(*input.rdbuf());
     const auto limit = static_cast<std::size_t>(bufferSize);
-    if (input.good() && input.tie() == nullptr) {
+    if (isReady(input)) {
+        ReadArea area(*input.rdbuf());
         const std::size_t searched = std::min(waitingCount(area), limit);
         const std::size_t newline = findNewline(area.begin(), searched);
         if (newline < searched) {
@@ -276,11 +282,11 @@ bool extractLine(std::istream& input, std::string& line, int bufferSize) {
 }
 
 bool extractPartOfLine(std::istream& input, std::string& line, int bufferSize) {
-    ReadArea area(*input.rdbuf());
     const auto limit = static_cast<std::size_t>(bufferSize - 1);
-    if (input.good() && input.tie() == nullptr && waitingCount(area) > limit) {
-        const std::size_t newline = findNewline(area.begin(), limit);
-        if (newline > 0) {
+    if (isReady(input)) {
+        ReadArea area(*input.rdbuf());
+        const std::size_t newline = findNewline(area.begin(), std::min(waitingCount(area), limit));
+        if (newline > 0 && waitingCount(area) > limit) {
             line.assign(area.begin(), newline);
             area.take(newline);
             return true;
