@@ -116,10 +116,14 @@ TEST(CheckFileReadable, AcceptsAFileThatDoesNotOpenForAnotherReason) {
     const std::string path = scratch / "a";
     writeBytes(path, "");
     const auto result = support::runFunction([&] {
-        const rlimit noMoreFiles = {0, 0};
+        rlimit usual = {};
+        getrlimit(RLIMIT_NOFILE, &usual);
+        const rlimit noMoreFiles = {0, usual.rlim_max};
         setrlimit(RLIMIT_NOFILE, &noMoreFiles);
         LmStatus status;
-        std::cout << checkFileReadable(path.c_str(), status) << '\n';
+        const bool readable = checkFileReadable(path.c_str(), status);
+        setrlimit(RLIMIT_NOFILE, &usual);
+        std::cout << readable << '\n';
         test::printChain(status);
     });
     EXPECT_EQ(result.out, "1\n");

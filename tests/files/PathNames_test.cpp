@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 namespace quillon {
 namespace {
 
@@ -140,13 +142,13 @@ TEST(AbsolutePath, ResolvesDotsInTheTextAlone) {
 }
 
 TEST(AbsolutePath, OfAVeryDeepPathTakesNoStack) {
-    LmStr deep = "";
-    LmStr expected = "";
+    std::string deep;
+    std::string expected;
     for (int i = 0; i < 100000; ++i) {
         deep += "/a/.";
         expected += "/a";
     }
-    EXPECT_EQ(absolutePath(deep, "/"), expected);
+    EXPECT_EQ(absolutePath(deep.c_str(), "/"), expected.c_str());
 }
 
 TEST(AbsolutePath, StartsAtTheWorkingDirectoryWithoutABase) {
