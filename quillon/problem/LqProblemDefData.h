@@ -39,7 +39,7 @@ public:
     /// Frees all records and includes.
     void clear();
 
-    // --- Look-ups: scans from the front that answer the first match; names compare byte by byte ----------
+    // --- Look-ups: scans from the front that answer the first match; names compare byte by byte --
 
     /// The body, or null; also null for `referenceSystemName`.
     LqPDDBodyMap* findBody(const LmStr& name) const;
@@ -60,7 +60,7 @@ public:
     bool hasFixMarker(std::int32_t id) const;
     bool hasDoubleMarker(std::int32_t id) const;
 
-    // --- Summaries ----------------------------------------------------------------------------------------
+    // --- Summaries -------------------------------------------------------------------------------
 
     /// Whether all seven arrays are empty. The includes are not looked at.
     bool isEmpty() const;
@@ -91,7 +91,7 @@ public:
     /// Whether the id is among the `bodySysVars` of some body.
     bool anyBodyUsesSysVar(std::int32_t id) const;
 
-    // --- Editing: bodies -----------------------------------------------------------------------------------
+    // --- Editing: bodies -------------------------------------------------------------------------
 
     /// Appends a new body of type 0 with the transformation order 1, 2, 3, 6, 5, 4, and gives it back.
     LqPDDBodyMap& addBody(const LmStr& name, const LmStr& parentName, std::int32_t graphicsNumber);
@@ -112,7 +112,7 @@ public:
     /// Empties the array and copies the given one into it; so do all operations of this form.
     void setBodies(const LmDArray<LqPDDBodyMap*>& newBodies);
 
-    // --- Editing: markers ----------------------------------------------------------------------------------
+    // --- Editing: markers ------------------------------------------------------------------------
 
     /// Appends a copy.
     void addRealMarker(const LqPDDRealMarker& marker);
@@ -134,7 +134,7 @@ public:
     void setDoubleMarkers(const LmDArray<LqPDDDoubleMarker*>& markers);
     void setArtificialMarkers(const LmDArray<LqPDDArtificialMarker*>& markers);
 
-    // --- Editing: system variables and includes ----------------------------------------------------------
+    // --- Editing: system variables and includes --------------------------------------------------
 
     void setSysVars(const LmDArray<LqPDDSysVar*>& newSysVars);
     /// Appends copies of the given variables.
@@ -148,8 +148,7 @@ public:
     /// Appends the text to the `bodyNameSuffix` of every include.
     void appendToIncludeSuffixes(const LmStr& text);
 
-    // --- Renumbering: an id that a table does not cover stays as it is
-    // --------------------------------------
+    // --- Renumbering: an id that a table does not cover stays as it is ---------------------------
 
     /// Adds the number to both ids of every artificial pair.
     void shiftArtificialIds(std::int32_t offset);

@@ -1,0 +1,249 @@
+#include "quillon/problem/ProblemDefWriter.h"
+
+#include "quillon/core/DataHeader.h"
+#include "quillon/core/LmStatus.h"
+#include "quillon/core/NumberPrinting.h"
+#include "quillon/files/FileAccess.h"
+#include "quillon/files/LmOFStream.h"
+#include "quillon/problem/LqProblemDefData.h"
+#include "quillon/problem/MappingText.h"
+#include "quillon/problem/ProblemDefFormat.h"
+
+#include <ostream>
+#include <string_view>
+
+namespace quillon {
+
+namespace {
+
+// The columns that only the writer counts.
+constexpr int sysVarIdWidth = 3;
+constexpr int graphicsNumberWidth = 8;
+constexpr int typeWidth = 4;
+constexpr int typeVarWidth = 3;
+constexpr int markerIdWidth = 3;
+constexpr int weightWidth = 7;
+constexpr int mappingDecimals = 6;
+constexpr int weightDecimals = 3;
+
+void writeText(std::ostream& output, std::string_view text) {
+    output.write(text.data(), static_cast<std::streamsize>(text.size()));
+}
+
+void writeBlanks(std::ostream& output, int count) {
+    for (int i = 0; i < count; ++i) {
+        output.put(' ');
+    }
+}
+
+void writeInt(std::ostream& output, std::int32_t value, int width = 0) {
+    output.width(width);
+    printInt(output, value);
+}
+
+/// The text form of one section. Puts the stream's format back at the end of its scope.
+class SectionFormat {
+public:
+    SectionFormat(std::ostream& output, int decimals) : restored(output) {
+        output.flags(std::ios_base::fixed | std::ios_base::dec);
+        output.precision(decimals);
+        output.width(0);
+        output.fill(' ');
+    }
+
+private:
+    FormatGuard restored;
+};
+
+template <class Record>
+void writeCount(std::ostream& output, const LmDArray<Record*>& records, std::string_view comment) {
+    int count = 0;
+    for (const Record* record : records) {
+        count += record == nullptr ? 0 : 1;
+    }
+    writeBlanks(output, 2);
+    writeInt(output, count);
+    writeText(output, comment);
+    output.put('\n');
+}
+
+void writeMarkerId(std::ostream& output, std::int32_t id, int blanks) {
+    writeBlanks(output, blanks);
+    writeInt(output, id, markerIdWidth);
+}
+
+void writeWeight(std::ostream& output, float weight) {
+    output.put(' ');
+    output.width(weightWidth);
+    printReal(output, weight);
+}
+
+void writeBodyName(std::ostream& output, const LmStr& name, int blanks) {
+    writeBlanks(output, blanks);
+    writeNameField(output, name);
+}
+
+} // namespace
+
+void writeNameField(std::ostream& output, const LmStr& name) {
+    const std::string_view text = name.view();
+    if (text.size() <= nameColumns) {
+        writeText(output, text);
+        writeBlanks(output, nameColumns - static_cast<int>(text.size()));
+        return;
+    }
+    output.put(nameQuote);
+    writeText(output, text);
+    output.put(nameQuote);
+    output.put(blankBehindQuote);
+}
+
+// --- Sections ------------------------------------------------------------------------------------
+
+void writeSysVars(const LqProblemDefData& source, std::ostream& output) {
+    const SectionFormat format(output, mappingDecimals);
+    writeCount(output, source.sysVars, "    # of variables -- var num, description");
+    for (const LqPDDSysVar* sysVar : source.sysVars) {
+        if (sysVar == nullptr) {
+            continue;
+        }
+        writeBlanks(output, 2);
+        writeInt(output, sysVar->id, sysVarIdWidth);
+        writeBlanks(output, 4);
+        writeText(output, sysVar->description.view());
+        output.put('\n');
+    }
+}
+
+namespace {
+
+void writeBody(const LqPDDBodyMap& body, std::ostream& output) {
+    writeBodyName(output, body.name, blanksBeforeBodyName);
+    writeNameField(output, body.parentName);
+    writeInt(output, body.graphicsNumber, graphicsNumberWidth);
+    writeInt(output, body.type, typeWidth);
+    output.put('\n');
+    int blanks = 4;
+    for (const int entry : body.transformOrder) {
+        writeBlanks(output, blanks);
+        writeInt(output, entry);
+        blanks = 3;
+    }
+    output.put('\n');
+    for (const LqBasicVarMapping<float>& mapping : body.mappings) {
+        writeMapping(mapping, output);
+        output.put('\n');
+    }
+    // Deliberately no test of the bit: a body of both types loses the line, which readers then miss.
+    if (body.type == bodyTypeOne) {
+        output.put(' ');
+        writeInt(output, body.typeOneVar, typeVarWidth);
+        output.put('\n');
+    }
+}
+
+} // namespace
+
+void writeBodies(const LqProblemDefData& source, std::ostream& output) {
+    const SectionFormat format(output, mappingDecimals);
+    writeCount(output, source.bodies, "    # of bodies, body names, parent names, graphics #, type");
+    for (const LqPDDBodyMap* body : source.bodies) {
+        if (body != nullptr) {
+            writeBody(*body, output);
+        }
+    }
+}
+
+void writeRealMarkers(const LqProblemDefData& source, std::ostream& output) {
+    const SectionFormat format(output, weightDecimals);
+    writeCount(output, source.realMarkers, "    # real markers, marker#, pred type #, weight, body name");
+    for (const LqPDDRealMarker* marker : source.realMarkers) {
+        if (marker == nullptr) {
+            continue;
+        }
+        writeMarkerId(output, marker->id, 2);
+        writeBlanks(output, 3);
+        writeInt(output, marker->predictionType);
+        writeWeight(output, marker->weight);
+        writeBodyName(output, marker->bodyName, blanksBeforeRealBodyName);
+        output.put('\n');
+    }
+}
+
+void writeFixMarkers(const LqProblemDefData& source, std::ostream& output) {
+    const SectionFormat format(output, weightDecimals);
+    writeCount(output, source.fixMarkers, "    # fix markers, ID, weight, body name");
+    for (const LqPDDFixMarker* marker : source.fixMarkers) {
+        if (marker == nullptr) {
+            continue;
+        }
+        writeMarkerId(output, marker->id, 2);
+        writeWeight(output, marker->weight);
+        writeBodyName(output, marker->bodyName, blanksBeforeFixBodyName);
+        output.put('\n');
+    }
+}
+
+void writeDoubleMarkers(const LqProblemDefData& source, std::ostream& output) {
+    const SectionFormat format(output, weightDecimals);
+    writeCount(output, source.doubleMarkers, "    # double markers, ID, double ID, weight, body name");
+    for (const LqPDDDoubleMarker* marker : source.doubleMarkers) {
+        if (marker == nullptr) {
+            continue;
+        }
+        writeMarkerId(output, marker->id, 2);
+        writeMarkerId(output, marker->doubleId, 1);
+        writeWeight(output, marker->weight);
+        writeBodyName(output, marker->bodyName, blanksBeforeDoubleBodyName);
+        output.put('\n');
+    }
+}
+
+void writeArtificialMarkers(const LqProblemDefData& source, std::ostream& output) {
+    const SectionFormat format(output, weightDecimals);
+    writeCount(output, source.artificialMarkers,
+               "    # artificial pairs, pt1#, pt2#, weight, body1 name, body2 name");
+    for (const LqPDDArtificialMarker* pair : source.artificialMarkers) {
+        if (pair == nullptr) {
+            continue;
+        }
+        writeMarkerId(output, pair->id, 2);
+        writeMarkerId(output, pair->otherId, 1);
+        writeWeight(output, pair->weight);
+        writeBodyName(output, pair->bodyName, blanksBeforeArtificialBodyName);
+        writeBodyName(output, pair->otherBodyName, blanksBeforeOtherBodyName);
+        output.put('\n');
+    }
+}
+
+// --- The whole file ------------------------------------------------------------------------------
+
+void writeProblemDefSections(const LqProblemDefData& source, std::ostream& output) {
+    writeSysVars(source, output);
+    writeBodies(source, output);
+    writeRealMarkers(source, output);
+    writeFixMarkers(source, output);
+    writeDoubleMarkers(source, output);
+    writeArtificialMarkers(source, output);
+}
+
+void writeProblemDefStream(const LqProblemDefData& source, std::ostream& output) {
+    writeDataHeader(output, problemDefFileId, problemDefFileVersion);
+    writeProblemDefSections(source, output);
+}
+
+bool writeProblemDefFile(const LqProblemDefData& source, const LmStr& path) {
+    if (!checkFileWritable(path)) {
+        return false;
+    }
+    LmOFStream output(path);
+    if (!output.good()) {
+        pushErrorf("Couldn't create file \"%s\".", path.c_str());
+        return false;
+    }
+    writeProblemDefStream(source, output);
+    output.close();
+    return output.good();
+}
+
+} // namespace quillon
