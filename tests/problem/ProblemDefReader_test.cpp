@@ -1,0 +1,833 @@
+#include "quillon/problem/ProblemDefReader.h"
+
+#include "tests/problem/ProblemDefSamples.h"
+#include "tests/support/ChildProcess.h"
+#include "tests/support/ScratchDirectory.h"
+#include "tests/support/StatusChain.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string_view>
+
+namespace quillon::test {
+namespace {
+
+using namespace std::string_literals;
+
+using Names = std::vector<std::string>;
+using Ids = std::vector<int>;
+
+// --- Name fields -----------------------------------------------------------------------------------
+
+struct NameCase {
+    const char* what;
+    std::string text;
+    std::string name;
+    std::string rest;
+    StatusChain chain;
+};
+
+TEST(NameField, IsReadByColumnsOrByQuotes) {
+    const StatusChain noClosingQuote = {error("Name has an opening quote but no closing quote.")};
+    const NameCase cases[] = {
+        {"20 columns", "Hips                rest", "Hips                ", "rest", {}},
+        {"20 characters", "ABCDEFGHIJKLMNOPQRSTrest", "ABCDEFGHIJKLMNOPQRST", "rest", {}},
+        {"ends its line early", "Hips\nrest", "Hips", "rest", {}},
+        {"ends its line with a carriage return", "Hips\r\nrest", "Hips\r", "rest", {}},
+        {"newline in column 20", "ABCDEFGHIJKLMNOPQRS\nrest", "ABCDEFGHIJKLMNOPQRS", "rest", {}},
+        {"newline behind column 20", "ABCDEFGHIJKLMNOPQRST\nrest", "ABCDEFGHIJKLMNOPQRST", "\nrest", {}},
+        {"newline in the first column", "\nHips\nrest", "\nHips", "rest", {}},
+        {"ends the stream", "Hips", "Hips", "", {}},
+        {"nothing", "", "", "", {}},
+        {"quote behind the first column", " \"Hips\"             rest", " \"Hips\"             ", "rest", {}},
+        {"quoted", "\"Hips\" rest", "Hips", "rest", {}},
+        {"quoted, long", "\"" + std::string(3000, 'x') + "\" rest", std::string(3000, 'x'), "rest", {}},
+        {"quoted, with blanks", "\"  Left Hip  \" rest", "  Left Hip  ", "rest", {}},
+        {"quoted, empty", "\"\" rest", "", "rest", {}},
+        {"high bytes",
+         "H\xfc"
+         "te\xa0               rest",
+         "H\xfc"
+         "te\xa0               ",
+         "rest",
+         {}},
+        {"NUL", "Hi\0ps              "s + " rest", "Hi", "rest", {}},
+        {"NUL in the first column", "\0Hips              "s + " rest", "", "rest", {}},
+        {"quoted NUL", "\"Hi\0ps\" rest"s, "Hi", "rest", {}},
+        {"quote and newline", "\"Hips\nrest", "", "rest", noClosingQuote},
+        {"quote and the end of the stream", "\"Hips", "", "", noClosingQuote},
+        {"quote alone", "\"", "", "", noClosingQuote},
+        {"tab behind the quote",
+         "\"Hips\"\trest",
+         "",
+         "rest",
+         {error("No space after closing quote around body name Hips.\n")}},
+        {"newline behind the quote",
+         "\"Hips\"\nrest",
+         "",
+         "rest",
+         {error("No space after closing quote around body name Hips.\n")}},
+        {"nothing behind the quote",
+         "\"Hips\"",
+         "",
+         "",
+         {error("No space after closing quote around body name Hips.\n")}},
+    };
+    const CleanStatus clean;
+    for (const NameCase& each : cases) {
+        std::istringstream input(each.text);
+        EXPECT_EQ(readNameField(input).view(), each.name) << each.what;
+        EXPECT_EQ(takeChain(), each.chain) << each.what;
+        input.clear();
+        EXPECT_EQ(std::string(std::istreambuf_iterator<char>(input), {}), each.rest) << each.what;
+    }
+}
+
+/// A buffer that hands out one character at a time.
+class DrippingBuffer : public std::streambuf {
+public:
+    explicit DrippingBuffer(std::string all) : text(std::move(all)) {}
+
+protected:
+    int_type underflow() override {
+        if (next == text.size()) {
+            return traits_type::eof();
+        }
+        char* const at = text.data() + next++;
+        setg(at, at, at + 1);
+        return traits_type::to_int_type(*at);
+    }
+
+private:
+    std::string text;
+    std::size_t next = 0;
+};
+
+TEST(NameField, IsReadFromAStreamThatArrivesInPieces) {
+    const CleanStatus clean;
+    DrippingBuffer buffer("ABCDEFGHIJKLMNOPQRST\"ABCDEFGHIJKLMNOPQRSTU\" Hips\nrest");
+    std::istream input(&buffer);
+    EXPECT_TRUE(readNameField(input) == "ABCDEFGHIJKLMNOPQRST");
+    EXPECT_TRUE(readNameField(input) == "ABCDEFGHIJKLMNOPQRSTU");
+    EXPECT_TRUE(readNameField(input) == "Hips");
+    EXPECT_EQ(input.get(), 'r');
+}
+
+// --- Whole definitions -----------------------------------------------------------------------------
+
+const std::string header = "Kym Problem Definition File\nv1.00\n";
+
+/// The sections of a file, empty at first.
+struct FileText {
+    std::string sysVars = "  0\n";
+    std::string bodies = "  0\n";
+    std::string realMarkers = "  0\n";
+    std::string fixMarkers = "  0\n";
+    std::string doubleMarkers = "  0\n";
+    std::string artificialMarkers = "  0\n";
+
+    std::string text() const {
+        return header + sysVars + bodies + realMarkers + fixMarkers + doubleMarkers + artificialMarkers;
+    }
+};
+
+StatusChain chainAfterReading(LqProblemDefData& data, const std::string& text) {
+    const CleanStatus clean;
+    std::istringstream input(text);
+    const bool good = readProblemDefStream(data, input, false);
+    StatusChain chain = takeChain();
+    EXPECT_EQ(good, chain.empty());
+    return chain;
+}
+
+StatusChain chainAfterReading(const FileText& file) {
+    LqProblemDefData data;
+    return chainAfterReading(data, file.text());
+}
+
+const std::string noMapping = "   0\n";
+const std::string sixNoMappings = noMapping + noMapping + noMapping + noMapping + noMapping + noMapping;
+const std::string usualOrder = "    1   2   3   6   5   4\n";
+
+/// A body whose names fill their columns, without mappings.
+std::string bodyText(std::string name, std::string parent, const std::string& numbers = "       1   0\n") {
+    name.resize(20, ' ');
+    parent.resize(20, ' ');
+    return " " + name + parent + numbers + usualOrder + sixNoMappings;
+}
+
+const FileText figure = {
+    "  3    # of variables -- var num, description\n"
+    "    1    Hips X\n"
+    "    2    \n"
+    "    3  \t the  third\t \n",
+    "  2    # of bodies, body names, parent names, graphics #, type\n"
+    " Hips                ReferenceSystemZero       11   0\n"
+    "    1   2   3   6   5   4\n"
+    "   1\n"
+    "   0\n"
+    "  -1\n"
+    " 0.500000\n"
+    "  -3\n"
+    " -2.250000\n"
+    "    2   1.000000\n"
+    "    3   -0.125000\n"
+    "   3\n"
+    "   0\n"
+    " Hand                Hips                      -2   1  text behind the numbers\n"
+    "    6   6   4   1   2   3  and here\n"
+    "   0\n"
+    "   0\n"
+    "   0\n"
+    "   0\n"
+    "   0\n"
+    "   0 and here\n"
+    "   2 and here\n",
+    "  2    # real markers, marker#, pred type #, weight, body name\n"
+    "    1   7   0.500    Hips                \n"
+    "    2   0   1.000    Hand\n",
+    "  1    # fix markers, ID, weight, body name\n"
+    "    3   2.000  Hips                and here\n",
+    "  1    # double markers, ID, double ID, weight, body name\n"
+    "    4   1   0.250    Hand                and here\n",
+    "  1    # artificial pairs, pt1#, pt2#, weight, body1 name, body2 name\n"
+    "    5   6  -0.750    Hips                    Hand                \n",
+};
+
+void fillFigure(LqProblemDefData& data) {
+    addSysVar(data, 1, "Hips X");
+    addSysVar(data, 2, "");
+    addSysVar(data, 3, "the  third");
+    LqPDDBodyMap& hips = data.addBody("Hips", "ReferenceSystemZero", 11);
+    hips.setMapping(0, 1);
+    hips.setMapping(2, constantMapping(0.5F));
+    hips.setMapping(3, combination(-2.25F, {{2, 1.0F}, {3, -0.125F}}));
+    hips.setMapping(4, 3);
+    LqPDDBodyMap& hand = data.addBody("Hand", "Hips", -2);
+    hand.type = 1;
+    hand.typeOneVar = 2;
+    const int order[] = {6, 6, 4, 1, 2, 3};
+    std::copy(std::begin(order), std::end(order), hand.transformOrder.begin());
+    data.addRealMarker(LqPDDRealMarker(1, 7, 0.5F, "Hips"));
+    data.addRealMarker(LqPDDRealMarker(2, 0, 1.0F, "Hand"));
+    addFixMarker(data, LqPDDFixMarker(3, 2.0F, "Hips"));
+    addDoubleMarker(data, LqPDDDoubleMarker(4, 1, 0.25F, "Hand"));
+    data.addArtificialMarker(LqPDDArtificialMarker(5, 6, -0.75F, "Hips", "Hand"));
+}
+
+TEST(ProblemDefReader, ReadsAllSections) {
+    LqProblemDefData expected;
+    fillFigure(expected);
+    LqProblemDefData data;
+    EXPECT_EQ(chainAfterReading(data, figure.text()), StatusChain{});
+    EXPECT_TRUE(equals(data, expected));
+}
+
+TEST(ProblemDefReader, ReadsLinesThatEndWithCarriageReturns) {
+    std::string text;
+    for (const char c : figure.text()) {
+        text += c == '\n' ? "\r\n"s : std::string(1, c);
+    }
+    LqProblemDefData expected;
+    fillFigure(expected);
+    LqProblemDefData data;
+    EXPECT_EQ(chainAfterReading(data, text), StatusChain{});
+    EXPECT_TRUE(equals(data, expected));
+}
+
+TEST(ProblemDefReader, ReadsAStreamThatArrivesInPieces) {
+    const CleanStatus clean;
+    DrippingBuffer buffer(figure.text());
+    std::istream input(&buffer);
+    LqProblemDefData expected;
+    fillFigure(expected);
+    LqProblemDefData data;
+    EXPECT_TRUE(readProblemDefStream(data, input, false));
+    EXPECT_TRUE(equals(data, expected));
+}
+
+TEST(ProblemDefReader, ReplacesWhatTheDefinitionHeld) {
+    LqProblemDefData data;
+    fillFigure(data);
+    data.addGlobalDirectionMarker(LqPDDGlobalDirectionMarker());
+    data.addInclude(LqPDDInclude("arm.prb"));
+    EXPECT_EQ(chainAfterReading(data, FileText().text()), StatusChain{});
+    EXPECT_TRUE(data.isBlank());
+}
+
+TEST(ProblemDefReader, ReadsOneSectionInPlaceOfAnother) {
+    const CleanStatus clean;
+    LqProblemDefData data;
+    fillFigure(data);
+    data.removeBody("Hips");
+    std::istringstream input("1\n  8 0.5  Prop                \n  0\n");
+    EXPECT_TRUE(readFixMarkers(data, input));
+    EXPECT_EQ(idsOf(data.fixMarkers), Ids{8});
+    EXPECT_TRUE(readBodies(data, input));
+    EXPECT_EQ(data.bodies.count(), 0);
+    EXPECT_EQ(takeChain(), StatusChain{});
+}
+
+TEST(ProblemDefReader, GoesOnAtTheNextSectionBehindACountOfZero) {
+    LqProblemDefData data;
+    EXPECT_EQ(chainAfterReading(data, header + "0 variables\n0\n1\n1 0 1    Hips\n0\n0\n0"), StatusChain{});
+    EXPECT_EQ(idsOf(data.realMarkers), Ids{1});
+}
+
+TEST(ProblemDefReader, ReportsABadHeader) {
+    const std::pair<const char*, StatusChain> cases[] = {
+        {"", {error("File is not a Kym Problem Definition File"), error("Unable to read data file header.")}},
+        {"Kym Model File\nv1.00\n",
+         {error("File is not a Kym Problem Definition File"), error("Invalid datafile header id.")}},
+        {"Kym Problem Definition File\nv2.00\n",
+         {error("Unsupported datafile version 2.00. Application uses version 1.00.")}},
+    };
+    for (const auto& [text, chain] : cases) {
+        LqProblemDefData data;
+        fillFigure(data);
+        EXPECT_EQ(chainAfterReading(data, text), chain) << text;
+        EXPECT_TRUE(data.isBlank()) << text;
+        std::istringstream input(text);
+        EXPECT_FALSE(readProblemDefHeader(input)) << text;
+        currentStatus().clear();
+    }
+    std::istringstream input("Kym Problem Definition File, by hand\nx1.75\n");
+    EXPECT_TRUE(readProblemDefHeader(input));
+}
+
+// --- System variables ------------------------------------------------------------------------------
+
+struct DefectCase {
+    const char* what;
+    std::string section;
+    StatusChain chain;
+    int completed;
+};
+
+TEST(ProblemDefReader, ReportsDefectsOfSystemVariables) {
+    const DefectCase cases[] = {
+        {"no count", "", {error("Unable to read number of system variables.")}, 0},
+        {"a word", "x\n", {error("Unable to read number of system variables.")}, 0},
+        {"too large", "2147483648\n", {error("Unable to read number of system variables.")}, 0},
+        {"no row", "2\n", {error("Unable to read system variable id.")}, 0},
+        {"one row", "2\n 1 x\n", {error("Unable to read system variable id.")}, 1},
+        {"an id that is a word", "2\n 1 x\n x x\n", {error("Unable to read system variable id.")}, 1},
+        {"nothing behind the id", "2\n 1 x\n 2", {error("Unable to read system variable description.")}, 1},
+        {"80 characters behind the id",
+         "2\n 1 x\n 2" + std::string(80, 'x') + "\n",
+         {error("Unable to read system variable description.")},
+         1},
+    };
+    for (const DefectCase& each : cases) {
+        LqProblemDefData data;
+        EXPECT_EQ(chainAfterReading(data, header + each.section), each.chain) << each.what;
+        EXPECT_EQ(data.sysVars.count(), each.completed) << each.what;
+    }
+}
+
+TEST(ProblemDefReader, ReadsDescriptionsOfUpTo79CharactersWithTheirBlanks) {
+    FileText file;
+    file.sysVars = "4\n  1    " + std::string(75, 'x') + "\n2\n3 H\xfc\xa0\n4 a\0b\n"s;
+    LqProblemDefData data;
+    EXPECT_EQ(chainAfterReading(data, file.text()), StatusChain{});
+    EXPECT_TRUE(data.sysVars[0]->description == std::string(75, 'x').c_str());
+    EXPECT_TRUE(data.sysVars[1]->description == "");
+    EXPECT_TRUE(data.sysVars[2]->description == "H\xfc\xa0");
+    EXPECT_TRUE(data.sysVars[3]->description == "a");
+}
+
+TEST(ProblemDefReader, EndsTheProcessForANegativeNumberOfVariablesOrBodies) {
+    const std::string texts[] = {header + "-1\n", header + "0\n-1\n"};
+    for (const std::string& text : texts) {
+        const support::ChildResult result = support::runFunction([&text] {
+            LqProblemDefData data;
+            std::istringstream input(text);
+            readProblemDefStream(data, input, false);
+        });
+        EXPECT_EQ(result.outcome, "SIGABRT");
+        EXPECT_EQ(result.err, "\nUnable to allocate memory!\nAttempted to allocate -1 elements, total size: "
+                              "18446744073709551608.\n\n");
+    }
+}
+
+TEST(ProblemDefReader, FailsFastOnACountFarAboveTheRows) {
+    FileText variables;
+    variables.sysVars = "50000000\n 1 x\n x\n";
+    EXPECT_EQ(chainAfterReading(variables), StatusChain{error("Unable to read system variable id.")});
+    FileText bodies;
+    bodies.bodies = "50000000\n";
+    bodies.realMarkers.clear();
+    bodies.fixMarkers.clear();
+    bodies.doubleMarkers.clear();
+    bodies.artificialMarkers.clear();
+    EXPECT_EQ(chainAfterReading(bodies), StatusChain{error("Unable to read body name.")});
+    FileText markers;
+    markers.realMarkers = "50000000\n x\n";
+    EXPECT_EQ(chainAfterReading(markers),
+              StatusChain{error("Unable to read Real marker ID, prediction type and weight.")});
+}
+
+// --- Bodies ----------------------------------------------------------------------------------------
+
+TEST(ProblemDefReader, ReportsDefectsOfBodies) {
+    const std::string firstBody = bodyText("Hips", "ReferenceSystemZero");
+    const std::string head = " Hand                Hips                       2   0\n";
+    const DefectCase cases[] = {
+        {"no count", "", {error("Unable to read number of bodies.")}, 0},
+        {"no row", "2\n" + firstBody, {error("Unable to read body name.")}, 1},
+        {"no parent", "2\n" + firstBody + " Hand", {error("Unable to read parent name.")}, 1},
+        {"tab behind the quoted name",
+         "2\n" + firstBody + " \"Hand\"\tHips                       2   0\n",
+         {error("Unable to read body name."), error("No space after closing quote around body name Hand.\n")},
+         1},
+        {"open quote of the parent",
+         "2\n" + firstBody + " Hand                \"Hips                      2   0\n",
+         {error("Unable to read parent name."), error("Name has an opening quote but no closing quote.")},
+         1},
+        {"number is a word",
+         "2\n" + firstBody + " Hand                Hips                       x   0\n",
+         {error("Unable to read body id and type number for body Hand                \n.")},
+         1},
+        {"type is a word",
+         "2\n" + firstBody + " \"Hand \" Hips                       2   x\n",
+         {error("Unable to read body id and type number for body Hand \n.")},
+         1},
+        {"order entry of 7",
+         "2\n" + firstBody + head + " 1 2 3 7 5 4\n" + sixNoMappings,
+         {error("Unable to read transformation order for body Hand                ."),
+          error("Invalid transformation 7 specified in transformation order.")},
+         1},
+        {"order entry of 0",
+         "2\n" + firstBody + head + " 0 2 3 6 5 4\n" + sixNoMappings,
+         {error("Unable to read transformation order for body Hand                ."),
+          error("Invalid transformation 0 specified in transformation order.")},
+         1},
+        {"order entry is a word",
+         "2\n" + firstBody + head + " 1 2 3 6 5 x\n" + sixNoMappings,
+         {error("Unable to read transformation order for body Hand                ."),
+          error("Invalid transformation 0 specified in transformation order.")},
+         1},
+        {"order ends with the file",
+         "2\n" + firstBody + head + " 1 2 3",
+         {error("Unable to read transformation order for body Hand                ."),
+          error("Invalid transformation 0 specified in transformation order.")},
+         1},
+        {"third mapping",
+         "2\n" + firstBody + head + usualOrder + noMapping + noMapping + "-2 0.5 1 1\n",
+         {error("Unable to read transformation 3 for body Hand                ."),
+          error("Unable to read linear combination term 1."),
+          error("Invalid system variable (1) in linear combination term.  The highest variable is 0.")},
+         1},
+        {"type one variable",
+         "2\n" + firstBody + " Hand                Hips                       2   1\n" + usualOrder +
+             sixNoMappings + "x\n",
+         {error("Unable to read type one variable")},
+         1},
+        {"type two variable",
+         "2\n" + firstBody + " Hand                Hips                       2   3\n" + usualOrder +
+             sixNoMappings + "1\nx\n",
+         {error("Unable to read type two variable")},
+         1},
+        {"name of blanks",
+         "2\n" + firstBody + bodyText("", "Hips", "       7   0\n"),
+         {error("Body with ID 7 has no name.")},
+         1},
+        {"parent of blanks",
+         "2\n" + firstBody + bodyText("Hand", "", "      -7   0\n"),
+         {error("Body with ID -7 has no parent name.")},
+         1},
+        {"name known with other blanks around it",
+         "2\n" + firstBody + bodyText("  Hips", "x"),
+         {error("Multiple bodies are named \"Hips\".")},
+         1},
+        {"name known and no parent",
+         "2\n" + firstBody + bodyText("Hips", ""),
+         {error("Multiple bodies are named \"Hips\".")},
+         1},
+    };
+    for (const DefectCase& each : cases) {
+        LqProblemDefData data;
+        EXPECT_EQ(chainAfterReading(data, header + "0\n" + each.section), each.chain) << each.what;
+        EXPECT_EQ(namesOf(data.bodies), each.completed == 1 ? Names{"Hips"} : Names{}) << each.what;
+        EXPECT_EQ(data.bodies.count(), each.completed) << each.what;
+    }
+}
+
+TEST(ProblemDefReader, TakesNamesThatDifferInCaseForTwoBodies) {
+    FileText file;
+    file.bodies = "2\n" + bodyText("Hips", "ReferenceSystemZero") + bodyText("hips", "Hips");
+    LqProblemDefData data;
+    EXPECT_EQ(chainAfterReading(data, file.text()), StatusChain{});
+    EXPECT_EQ(namesOf(data.bodies), (Names{"Hips", "hips"}));
+}
+
+TEST(ProblemDefReader, ReadsOneLineForEachBitOfABodysType) {
+    struct TypeCase {
+        const char* type;
+        const char* lines;
+        int typeOneVar;
+        int typeTwoVar;
+    };
+    const TypeCase cases[] = {
+        {"0", "", 0, 0}, {"1", " 5 one\n", 5, 0}, {"2", " 6 two\n", 0, 6}, {"3", " 5 one\n 6 two\n", 5, 6},
+        {"4", "", 0, 0}, {"7", "5\n6\n", 5, 6},   {"-1", "5\n6\n", 5, 6}};
+    for (const TypeCase& each : cases) {
+        FileText file;
+        file.bodies = "2\n" + bodyText("Hips", "ReferenceSystemZero", "1 "s + each.type + "\n") + each.lines +
+                      bodyText("Hand", "Hips");
+        LqProblemDefData data;
+        EXPECT_EQ(chainAfterReading(data, file.text()), StatusChain{}) << each.type;
+        EXPECT_EQ(namesOf(data.bodies), (Names{"Hips", "Hand"})) << each.type;
+        EXPECT_EQ(data.bodies[0]->typeOneVar, each.typeOneVar) << each.type;
+        EXPECT_EQ(data.bodies[0]->typeTwoVar, each.typeTwoVar) << each.type;
+    }
+}
+
+TEST(ProblemDefReader, SkipsOneCharacterOfAnyKindInFrontOfABody) {
+    FileText file;
+    file.bodies = "2\n" + bodyText("Hips", "ReferenceSystemZero") + bodyText("Hand", "Hips");
+    file.bodies.replace(file.bodies.find(" Hand"), 1, "x");
+    LqProblemDefData data;
+    EXPECT_EQ(chainAfterReading(data, file.text()), StatusChain{});
+    EXPECT_EQ(namesOf(data.bodies), (Names{"Hips", "Hand"}));
+}
+
+TEST(ProblemDefReader, ReadsNamesThatTouchAndQuotedNames) {
+    FileText file;
+    file.bodies = "2\n"
+                  " ABCDEFGHIJKLMNOPQRSTReferenceSystemZero        1   0\n" +
+                  usualOrder + sixNoMappings +
+                  " \"ABCDEFGHIJKLMNOPQRSTU\" ABCDEFGHIJKLMNOPQRST       2   0\n" + usualOrder +
+                  sixNoMappings;
+    LqProblemDefData data;
+    EXPECT_EQ(chainAfterReading(data, file.text()), StatusChain{});
+    EXPECT_EQ(namesOf(data.bodies), (Names{"ABCDEFGHIJKLMNOPQRST", "ABCDEFGHIJKLMNOPQRSTU"}));
+    EXPECT_TRUE(data.bodies[1]->parentName == "ABCDEFGHIJKLMNOPQRST");
+}
+
+TEST(ProblemDefReader, NamesABodyOfAnyLengthInItsErrors) {
+    const std::string name(3000, 'x');
+    FileText file;
+    file.bodies = "1\n \"" + name + "\" Hips                 x\n";
+    EXPECT_EQ(chainAfterReading(file),
+              StatusChain{error("Unable to read body id and type number for body " + name + "\n.")});
+}
+
+// --- Markers ---------------------------------------------------------------------------------------
+
+struct MarkerDefectCase {
+    const char* what;
+    std::string FileText::*section;
+    std::string text;
+    StatusChain chain;
+    int completed;
+};
+
+TEST(ProblemDefReader, ReportsDefectsOfMarkers) {
+    const StatusChain openQuote = {error("Name has an opening quote but no closing quote.")};
+    const auto below = [](StatusChain chain, const char* text) {
+        chain.insert(chain.begin(), error(text));
+        return chain;
+    };
+    const MarkerDefectCase cases[] = {
+        {"real count", &FileText::realMarkers, "x\n", {error("Unable to read number of Real markers.")}, 0},
+        {"real count below 0",
+         &FileText::realMarkers,
+         "-1\n",
+         {error("The number of Real markers must be specified by a positive integer.")},
+         0},
+        {"real weight",
+         &FileText::realMarkers,
+         "2\n1 0 1    Hips\n2 0 x    Hips\n",
+         {error("Unable to read Real marker ID, prediction type and weight.")},
+         1},
+        {"real prediction type",
+         &FileText::realMarkers,
+         "2\n1 0 1    Hips\n2 x 1    Hips\n",
+         {error("Unable to read Real marker ID, prediction type and weight.")},
+         1},
+        {"real name", &FileText::realMarkers, "2\n1 0 1    Hips\n2 0 1    \"Hips\n",
+         below(openQuote, "Unable to read Real marker body name."), 1},
+        {"fix count", &FileText::fixMarkers, "x\n", {error("Unable to read number of Fix markers.")}, 0},
+        {"fix count below 0",
+         &FileText::fixMarkers,
+         "-1\n",
+         {error("The number of Fix markers must be specified by a positive integer.")},
+         0},
+        {"fix weight",
+         &FileText::fixMarkers,
+         "2\n1 1  Hips\n                2 x  Hips\n",
+         {error("Unable to read Fix marker ID and weight.")},
+         1},
+        {"fix name", &FileText::fixMarkers, "2\n1 1  Hips                \n2 1  \"Hips\n",
+         below(openQuote, "Unable to read Fix marker body name."), 1},
+        {"double count",
+         &FileText::doubleMarkers,
+         "x\n",
+         {error("Unable to read number of Double markers.")},
+         0},
+        {"double count below 0",
+         &FileText::doubleMarkers,
+         "-2\n",
+         {error("The number of Double markers must be specified by a positive integer.")},
+         0},
+        {"double id",
+         &FileText::doubleMarkers,
+         "2\n1 9 1    Hips                \n2 x 1    Hips\n",
+         {error("Unable to read Double marker ID, double ID and weight.")},
+         1},
+        {"double name", &FileText::doubleMarkers, "2\n1 9 1    Hips                \n2 9 1    \"Hips\n",
+         below(openQuote, "Unable to read Double marker body name."), 1},
+        {"artificial count",
+         &FileText::artificialMarkers,
+         "x\n",
+         {error("Unable to read number of artificial markers.")},
+         0},
+        {"artificial count below 0",
+         &FileText::artificialMarkers,
+         "-1\n",
+         {error("The number of Artificial markers must be specified by a positive integer.")},
+         0},
+        {"artificial weight",
+         &FileText::artificialMarkers,
+         "2\n1 9 1    Hips                    Hand\n2 9\n",
+         {error("Unable to read Artificial marker IDs and weight.")},
+         1},
+        {"artificial name", &FileText::artificialMarkers,
+         "2\n1 9 1    Hips                    Hand\n2 9 1    \"Hips\n",
+         below(openQuote, "Unable to read Artificial marker body name."), 1},
+        {"artificial other name",
+         &FileText::artificialMarkers,
+         "2\n1 9 1    Hips                    Hand\n2 9 1    Hips                ",
+         {error("Unable to read Artificial marker other body name.")},
+         1},
+    };
+    for (const MarkerDefectCase& each : cases) {
+        FileText file;
+        file.*each.section = each.text;
+        const std::string text = file.text();
+        // Sections behind the defect are not there, so that a reader that went on would report them.
+        const std::string untilDefect = text.substr(0, text.find(each.text) + each.text.size());
+        LqProblemDefData data;
+        EXPECT_EQ(chainAfterReading(data, untilDefect), each.chain) << each.what;
+        EXPECT_EQ(data.realMarkers.count() + data.fixMarkers.count() + data.doubleMarkers.count() +
+                      data.artificialMarkers.count(),
+                  each.completed)
+            << each.what;
+    }
+}
+
+TEST(ProblemDefReader, StopsAfterTheRealMarkersWhenThereAreMinusOneFixMarkers) {
+    const CleanStatus clean;
+    LqProblemDefData data;
+    std::istringstream input("1\n1 0 1    Hips\n-1\n1\n1 1 1    Hips\n");
+    EXPECT_FALSE(readMarkers(data, input));
+    EXPECT_EQ(takeChain(),
+              StatusChain{error("The number of Fix markers must be specified by a positive integer.")});
+    EXPECT_EQ(idsOf(data.realMarkers), Ids{1});
+    EXPECT_EQ(data.doubleMarkers.count(), 0);
+}
+
+TEST(ProblemDefReader, ReadsMarkerNamesThatEndTheirLines) {
+    FileText file;
+    file.realMarkers = "3\n1 0 1    Hips\n2 0 1    ABCDEFGHIJKLMNOPQRST\n3 0 1    \"Left Hand\" \n";
+    file.artificialMarkers = "1\n4 5 1    Hips                    Hand\n";
+    LqProblemDefData data;
+    EXPECT_EQ(chainAfterReading(data, file.text()), StatusChain{});
+    EXPECT_TRUE(data.realMarkers[0]->bodyName == "Hips");
+    EXPECT_TRUE(data.realMarkers[1]->bodyName == "ABCDEFGHIJKLMNOPQRST");
+    EXPECT_TRUE(data.realMarkers[2]->bodyName == "Left Hand");
+    EXPECT_TRUE(data.artificialMarkers[0]->otherBodyName == "Hand");
+}
+
+TEST(ProblemDefReader, DropsTheLineBehindAFixMarkersNameThatEndsItsLine) {
+    FileText file;
+    file.fixMarkers = "2\n1 1  Hips\ndropped\n2 1  Hand                \n";
+    LqProblemDefData data;
+    EXPECT_EQ(chainAfterReading(data, file.text()), StatusChain{});
+    EXPECT_EQ(idsOf(data.fixMarkers), (Ids{1, 2}));
+}
+
+TEST(ProblemDefReader, StoresAMarkerWhoseNameIsBlank) {
+    FileText file;
+    file.realMarkers = "1\n    1   0   1.000                        \n";
+    file.artificialMarkers = "1\n    1   2   1.000                                                \n";
+    LqProblemDefData data;
+    EXPECT_EQ(chainAfterReading(data, file.text()), StatusChain{});
+    EXPECT_TRUE(data.realMarkers[0]->bodyName == "");
+    EXPECT_TRUE(data.artificialMarkers[0]->bodyName == "");
+    EXPECT_TRUE(data.artificialMarkers[0]->otherBodyName == "");
+}
+
+TEST(ProblemDefReader, SkipsCountedCharactersWhateverTheyAre) {
+    FileText file;
+    file.realMarkers = "1\n1 0 1.5\n###Hips                \n";
+    file.fixMarkers = "1\n1 1.5;;Hips                \n";
+    LqProblemDefData data;
+    EXPECT_EQ(chainAfterReading(data, file.text()), StatusChain{});
+    EXPECT_TRUE(data.realMarkers[0]->bodyName == "Hips");
+    EXPECT_TRUE(data.fixMarkers[0]->bodyName == "Hips");
+}
+
+TEST(ProblemDefReader, TakesAnyIdsAndNarrowsWeights) {
+    FileText file;
+    file.realMarkers = "3\n-5 0 0.1    Hips\n-5 0 1e39    Hips\n2147483647 0 1e-60    Hips\n";
+    LqProblemDefData data;
+    EXPECT_EQ(chainAfterReading(data, file.text()), StatusChain{});
+    EXPECT_EQ(idsOf(data.realMarkers), (Ids{-5, -5, 2147483647}));
+    EXPECT_EQ(data.realMarkers[0]->weight, static_cast<float>(0.1));
+    EXPECT_EQ(data.realMarkers[1]->weight, std::numeric_limits<float>::infinity());
+    EXPECT_EQ(data.realMarkers[2]->weight, 0.0F);
+}
+
+// --- Cancelling ------------------------------------------------------------------------------------
+
+/// A user who cancels when asked for the n-th time, counted from 1.
+class CancellingUser {
+public:
+    explicit CancellingUser(int nthTime) : timesLeft(nthTime) {
+        setCancelHook([](void* user) { return static_cast<CancellingUser*>(user)->ask(); }, this);
+    }
+    CancellingUser(const CancellingUser&) = delete;
+    CancellingUser& operator=(const CancellingUser&) = delete;
+    ~CancellingUser() { setCancelHook(nullptr, nullptr); }
+
+    int timesAsked() const { return asked; }
+
+private:
+    int ask() {
+        ++asked;
+        return --timesLeft == 0 ? 1 : 0;
+    }
+
+    int timesLeft;
+    int asked = 0;
+};
+
+std::string repeated(int count, const std::string& row) {
+    std::string text = std::to_string(count) + "\n";
+    for (int i = 0; i < count; ++i) {
+        text += row;
+    }
+    return text;
+}
+
+std::string manyBodies(int count) {
+    std::string text = std::to_string(count) + "\n";
+    for (int i = 0; i < count; ++i) {
+        text += bodyText("Body " + std::to_string(i), "Hips");
+    }
+    return text;
+}
+
+FileText crowd(int rows) {
+    return {repeated(rows, "  1    x\n"),
+            manyBodies(rows),
+            repeated(rows, "1 0 1    Hips\n"),
+            repeated(rows, "1 1  Hips                \n"),
+            repeated(rows, "1 1 1    Hips                \n"),
+            repeated(rows, "1 1 1    Hips                    Hand\n")};
+}
+
+Ids countsOf(const LqProblemDefData& data) {
+    return {data.sysVars.count(),    data.bodies.count(),        data.realMarkers.count(),
+            data.fixMarkers.count(), data.doubleMarkers.count(), data.artificialMarkers.count()};
+}
+
+TEST(ProblemDefReader, NeverAsksForACancelInASectionOfThreeRows) {
+    CancellingUser user(1);
+    LqProblemDefData data;
+    EXPECT_EQ(chainAfterReading(data, crowd(3).text()), StatusChain{});
+    EXPECT_EQ(user.timesAsked(), 0);
+}
+
+TEST(ProblemDefReader, AsksForACancelAfterTheFourthRecordAndEveryThirdOneAfterIt) {
+    CancellingUser user(0);
+    LqProblemDefData data;
+    EXPECT_EQ(chainAfterReading(data, crowd(12).text()), StatusChain{});
+    EXPECT_EQ(user.timesAsked(), 6 * 3);
+    EXPECT_EQ(countsOf(data), (Ids{12, 12, 12, 12, 12, 12}));
+}
+
+TEST(ProblemDefReader, KeepsTheRecordsInFrontOfACancelAndReadsNoFurtherSection) {
+    const int rows = 11;
+    for (int section = 0; section < 6; ++section) {
+        for (int time = 1; time <= 3; ++time) {
+            CancellingUser user(3 * section + time);
+            Ids counts(6, 0);
+            std::fill_n(counts.begin(), section, rows);
+            counts[static_cast<std::size_t>(section)] = 1 + 3 * time;
+            LqProblemDefData data;
+            EXPECT_EQ(chainAfterReading(data, crowd(rows).text()),
+                      (StatusChain{warning("Read aborted."), error("Canceled.")}));
+            EXPECT_EQ(countsOf(data), counts);
+        }
+    }
+}
+
+TEST(ProblemDefReader, ReportsTheFileThatACancelLeftUnread) {
+    const CleanStatus clean;
+    const support::ScratchDirectory scratch;
+    const std::string path = scratch / "crowd.prb";
+    support::writeBytes(path, crowd(5).text());
+    CancellingUser user(2);
+    LqProblemDefData data;
+    EXPECT_FALSE(readProblemDefFile(data, path.c_str(), false));
+    EXPECT_EQ(takeChain(), (StatusChain{error("Unable to read '" + path + "'."), warning("Read aborted."),
+                                        error("Canceled.")}));
+    EXPECT_EQ(countsOf(data), (Ids{5, 4, 0, 0, 0, 0}));
+}
+
+// --- Files -----------------------------------------------------------------------------------------
+
+TEST(ProblemDefReader, ReadsAFile) {
+    const CleanStatus clean;
+    const support::ScratchDirectory scratch;
+    const std::string path = scratch / "figure.prb";
+    support::writeBytes(path, figure.text());
+    LqProblemDefData data;
+    EXPECT_TRUE(readProblemDefFile(data, path.c_str(), false));
+    EXPECT_EQ(takeChain(), StatusChain{});
+    LqProblemDefData expected;
+    fillFigure(expected);
+    EXPECT_TRUE(equals(data, expected));
+}
+
+TEST(ProblemDefReader, ReportsAFileThatIsNotThere) {
+    const CleanStatus clean;
+    const support::ScratchDirectory scratch;
+    const std::string path = scratch / "missing.prb";
+    LqProblemDefData data;
+    EXPECT_FALSE(readProblemDefFile(data, path.c_str(), false));
+    EXPECT_EQ(takeChain(),
+              (StatusChain{error("Unable to open \"" + path + "\"."), error("File does not exist.")}));
+}
+
+TEST(ProblemDefReader, ReportsTheFileOverItsDefect) {
+    const CleanStatus clean;
+    const support::ScratchDirectory scratch;
+    const std::string path = scratch / "short.prb";
+    support::writeBytes(path, header + "0\n");
+    LqProblemDefData data;
+    EXPECT_FALSE(readProblemDefFile(data, path.c_str(), false));
+    EXPECT_EQ(takeChain(), (StatusChain{error("Unable to read '" + path + "'."),
+                                        error("Unable to read number of bodies.")}));
+}
+
+TEST(ProblemDefReader, NeverReturnsWhenTheLastMappingHasNoNewline) {
+    const std::string text = header + "0\n1\n" + bodyText("Hips", "ReferenceSystemZero");
+    support::ChildOptions options;
+    options.timeLimit = std::chrono::milliseconds(300);
+    const support::ChildResult result = support::runFunction(
+        [&text] {
+            LqProblemDefData data;
+            std::istringstream input(text.substr(0, text.size() - 1));
+            readProblemDefStream(data, input, false);
+        },
+        options);
+    EXPECT_EQ(result.outcome, "TIMEOUT");
+}
+
+} // namespace
+} // namespace quillon::test

@@ -1,0 +1,332 @@
+#include "quillon/problem/ProblemDefWriter.h"
+
+#include "quillon/problem/ProblemDefReader.h"
+#include "tests/problem/ProblemDefSamples.h"
+#include "tests/support/ScratchDirectory.h"
+#include "tests/support/StatusChain.h"
+
+#include <gtest/gtest.h>
+
+#include <iomanip>
+#include <iterator>
+#include <random>
+#include <sstream>
+
+namespace quillon::test {
+namespace {
+
+TEST(NameField, OfUpToTwentyCharactersFillsItsColumnsAndALongerOneIsQuoted) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"", "                    |"},
+        {"Hips", "Hips                |"},
+        {"Left \"Hip\"", "Left \"Hip\"          |"},
+        {"ABCDEFGHIJKLMNOPQRST", "ABCDEFGHIJKLMNOPQRST|"},
+        {"ABCDEFGHIJKLMNOPQRSTU", "\"ABCDEFGHIJKLMNOPQRSTU\" |"},
+    };
+    for (const auto& [name, field] : cases) {
+        std::ostringstream output;
+        output << std::right << std::setw(30);
+        writeNameField(output, name);
+        EXPECT_EQ(output.str() + "|", field);
+    }
+}
+
+TEST(NameField, OfANullNameIsBlank) {
+    std::ostringstream output;
+    writeNameField(output, LmStr());
+    EXPECT_EQ(output.str(), std::string(20, ' '));
+}
+
+void fillSample(LqProblemDefData& data) {
+    addSysVar(data, 1, "Hips X");
+    addSysVar(data, 12, "");
+    addSysVar(data, 1234, "Hips rotation");
+    LqPDDBodyMap& hips = data.addBody("Hips", "ReferenceSystemZero", 1);
+    hips.setMapping(0, 1);
+    hips.setMapping(1, constantMapping(0.5F));
+    hips.setMapping(2, combination(-2.25F, {{3, 1.0F}, {1000, -0.125F}}));
+    hips.setMapping(5, 2);
+    LqPDDBodyMap& arm = data.addBody("ABCDEFGHIJKLMNOPQRST", "Hips", 23);
+    arm.type = 1;
+    arm.typeOneVar = 2;
+    arm.typeTwoVar = 3;
+    LqPDDBodyMap& hand = data.addBody("ABCDEFGHIJKLMNOPQRSTU", "ABCDEFGHIJKLMNOPQRST", -1);
+    hand.type = 3;
+    hand.typeOneVar = 1;
+    hand.typeTwoVar = 2;
+    data.addRealMarker(LqPDDRealMarker(1, 2, 0.5F, "Hips"));
+    data.addRealMarker(LqPDDRealMarker(1002, 33, 1234.5678F, "ABCDEFGHIJKLMNOPQRSTU"));
+    data.addGlobalDirectionMarker(LqPDDGlobalDirectionMarker(3, 1.0F, "Hips"));
+    addFixMarker(data, LqPDDFixMarker(4, 1.0F, "Hips"));
+    addDoubleMarker(data, LqPDDDoubleMarker(5, 1, 0.0004F, "Hips"));
+    data.addArtificialMarker(LqPDDArtificialMarker(6, 7, -1.0F, "Hips", "ABCDEFGHIJKLMNOPQRST"));
+}
+
+const std::string sampleSections = "  3    # of variables -- var num, description\n"
+                                   "    1    Hips X\n"
+                                   "   12    \n"
+                                   "  1234    Hips rotation\n"
+                                   "  3    # of bodies, body names, parent names, graphics #, type\n"
+                                   " Hips                ReferenceSystemZero        1   0\n"
+                                   "    1   2   3   6   5   4\n"
+                                   "   1\n"
+                                   "  -1\n"
+                                   " 0.500000\n"
+                                   "  -3\n"
+                                   " -2.250000\n"
+                                   "    3   1.000000\n"
+                                   "    1000   -0.125000\n"
+                                   "   0\n"
+                                   "   0\n"
+                                   "   2\n"
+                                   " ABCDEFGHIJKLMNOPQRSTHips                      23   1\n"
+                                   "    1   2   3   6   5   4\n"
+                                   "   0\n"
+                                   "   0\n"
+                                   "   0\n"
+                                   "   0\n"
+                                   "   0\n"
+                                   "   0\n"
+                                   "   2\n"
+                                   " \"ABCDEFGHIJKLMNOPQRSTU\" ABCDEFGHIJKLMNOPQRST      -1   3\n"
+                                   "    1   2   3   6   5   4\n"
+                                   "   0\n"
+                                   "   0\n"
+                                   "   0\n"
+                                   "   0\n"
+                                   "   0\n"
+                                   "   0\n"
+                                   "  2    # real markers, marker#, pred type #, weight, body name\n"
+                                   "    1   2   0.500    Hips                \n"
+                                   "  1002   33 1234.568    \"ABCDEFGHIJKLMNOPQRSTU\" \n"
+                                   "  1    # fix markers, ID, weight, body name\n"
+                                   "    4   1.000  Hips                \n"
+                                   "  1    # double markers, ID, double ID, weight, body name\n"
+                                   "    5   1   0.000    Hips                \n"
+                                   "  1    # artificial pairs, pt1#, pt2#, weight, body1 name, body2 name\n"
+                                   "    6   7  -1.000    Hips                    ABCDEFGHIJKLMNOPQRST\n";
+
+TEST(ProblemDefWriter, WritesAllSectionsInTheirColumns) {
+    LqProblemDefData data;
+    fillSample(data);
+    std::ostringstream sections;
+    writeProblemDefSections(data, sections);
+    EXPECT_EQ(sections.str(), sampleSections);
+    std::ostringstream stream;
+    writeProblemDefStream(data, stream);
+    EXPECT_EQ(stream.str(), "Kym Problem Definition File\nv1.00\n" + sampleSections);
+}
+
+TEST(ProblemDefWriter, WritesAnEmptyDefinitionAsZeroCounts) {
+    std::ostringstream output;
+    writeProblemDefStream(LqProblemDefData(), output);
+    EXPECT_EQ(output.str(), "Kym Problem Definition File\nv1.00\n"
+                            "  0    # of variables -- var num, description\n"
+                            "  0    # of bodies, body names, parent names, graphics #, type\n"
+                            "  0    # real markers, marker#, pred type #, weight, body name\n"
+                            "  0    # fix markers, ID, weight, body name\n"
+                            "  0    # double markers, ID, double ID, weight, body name\n"
+                            "  0    # artificial pairs, pt1#, pt2#, weight, body1 name, body2 name\n");
+}
+
+TEST(ProblemDefWriter, WritesTheSameWhateverFormatTheStreamHasAndLeavesItSo) {
+    LqProblemDefData data;
+    fillSample(data);
+    std::ostringstream output;
+    output << std::hex << std::showbase << std::showpos << std::uppercase << std::scientific << std::left;
+    output.precision(11);
+    output.fill('*');
+    output.width(40);
+    const std::ios_base::fmtflags flags = output.flags();
+    writeProblemDefSections(data, output);
+    EXPECT_EQ(output.str(), sampleSections);
+    EXPECT_EQ(output.flags(), flags);
+    EXPECT_EQ(output.precision(), 11);
+    EXPECT_EQ(output.width(), 40);
+    EXPECT_EQ(output.fill(), '*');
+}
+
+TEST(ProblemDefWriter, PassesOverNullSlots) {
+    LqProblemDefData data;
+    data.addBody("Hips", "ReferenceSystemZero", 1);
+    data.addRealMarker(LqPDDRealMarker(1, 2, 0.5F, "Hips"));
+    std::ostringstream before;
+    writeProblemDefStream(data, before);
+    data.sysVars.append(nullptr);
+    data.bodies.append(nullptr);
+    data.realMarkers.append(nullptr);
+    data.fixMarkers.append(nullptr);
+    data.doubleMarkers.append(nullptr);
+    data.artificialMarkers.append(nullptr);
+    std::ostringstream after;
+    writeProblemDefStream(data, after);
+    EXPECT_EQ(after.str(), before.str());
+}
+
+TEST(ProblemDefWriter, WritesAFileThatReadsBack) {
+    const CleanStatus clean;
+    const support::ScratchDirectory scratch;
+    const std::string path = scratch / "sample.prb";
+    LqProblemDefData data;
+    addSysVar(data, 1, "Hips X");
+    data.addBody("ABCDEFGHIJKLMNOPQRST", "ReferenceSystemZero", 1).setMapping(0, 1);
+    data.addBody("ABCDEFGHIJKLMNOPQRSTU", "ABCDEFGHIJKLMNOPQRST", 2);
+    EXPECT_TRUE(writeProblemDefFile(data, path.c_str()));
+    LqProblemDefData readBack;
+    EXPECT_TRUE(readProblemDefFile(readBack, path.c_str(), false));
+    EXPECT_EQ(takeChain(), StatusChain{});
+    EXPECT_TRUE(equals(readBack, data));
+}
+
+TEST(ProblemDefWriter, CutsWeightsToThreeDecimalsAndMappingsToSix) {
+    const CleanStatus clean;
+    LqProblemDefData data;
+    data.addBody("Hips", "ReferenceSystemZero", 1).setMapping(0, constantMapping(0.12345678F));
+    addFixMarker(data, LqPDDFixMarker(1, 0.12345678F, "Hips"));
+    std::stringstream stream;
+    writeProblemDefStream(data, stream);
+    LqProblemDefData readBack;
+    EXPECT_TRUE(readProblemDefStream(readBack, stream, false));
+    EXPECT_EQ(readBack.bodies[0]->mappings[0].constant, 0.123457F);
+    EXPECT_EQ(readBack.fixMarkers[0]->weight, 0.123F);
+}
+
+TEST(ProblemDefWriter, ABodyOfBothTypesCannotBeReadBack) {
+    const CleanStatus clean;
+    LqProblemDefData data;
+    fillSample(data);
+    data.sysVars[2]->id = 3;
+    data.bodies[0]->setMapping(2, 0);
+    std::stringstream stream;
+    writeProblemDefStream(data, stream);
+    LqProblemDefData readBack;
+    EXPECT_FALSE(readProblemDefStream(readBack, stream, false));
+    // The line of the count of real markers and the row of the first one are taken for the type lines, the id
+    // of the second one for the count, and the count line of the fix markers for a row.
+    EXPECT_EQ(takeChain(), StatusChain{error("Unable to read Real marker ID, prediction type and weight.")});
+}
+
+TEST(ProblemDefWriter, ReportsAPathThatCannotBeWritten) {
+    const CleanStatus clean;
+    const support::ScratchDirectory scratch;
+    const std::string path = scratch.path().string();
+    EXPECT_FALSE(writeProblemDefFile(LqProblemDefData(), path.c_str()));
+    EXPECT_EQ(takeChain(),
+              (StatusChain{error("File \"" + path + "\" is unwritable."), error("File is a directory.")}));
+}
+
+// --- Generated definitions -------------------------------------------------------------------------
+
+/// Makes definitions that the file can represent.
+class DefinitionGenerator {
+public:
+    explicit DefinitionGenerator(unsigned seed) : random(seed) {}
+
+    void fill(LqProblemDefData& data) {
+        const int sysVarCount = number(0, 6);
+        for (int i = 0; i < sysVarCount; ++i) {
+            // 4 blanks and the description have room for 79 characters, and an id may be of any width.
+            addSysVar(data, anyInt(), text(0, 75).c_str());
+        }
+        const int bodyCount = number(0, 5);
+        for (int i = 0; i < bodyCount; ++i) {
+            fillBody(data.addBody((name(1) + "_" + std::to_string(i)).c_str(), name(1).c_str(), anyInt()),
+                     sysVarCount);
+        }
+        for (int i = number(0, 5); i > 0; --i) {
+            data.addRealMarker(LqPDDRealMarker(anyInt(), anyInt(), weight(), name(0).c_str()));
+        }
+        for (int i = number(0, 5); i > 0; --i) {
+            addFixMarker(data, LqPDDFixMarker(anyInt(), weight(), name(0).c_str()));
+        }
+        for (int i = number(0, 5); i > 0; --i) {
+            addDoubleMarker(data, LqPDDDoubleMarker(anyInt(), anyInt(), weight(), name(0).c_str()));
+        }
+        for (int i = number(0, 5); i > 0; --i) {
+            data.addArtificialMarker(
+                LqPDDArtificialMarker(anyInt(), anyInt(), weight(), name(0).c_str(), name(0).c_str()));
+        }
+    }
+
+private:
+    int number(int lowest, int highest) {
+        return std::uniform_int_distribution<int>(lowest, highest)(random);
+    }
+
+    int anyInt() {
+        return number(0, 3) == 0 ? number(std::numeric_limits<int>::min(), std::numeric_limits<int>::max())
+                                 : number(-3, 40);
+    }
+
+    /// A float that fixed-point text of so many decimals holds exactly.
+    float decimal(int highest, double unit) { return static_cast<float>(number(-highest, highest) * unit); }
+    float weight() { return decimal(1000000, 1e-3); }
+    float mappingReal() { return decimal(9999999, 1e-6); }
+
+    /// A text without white space at its ends, without quotes and without line ends.
+    std::string text(int shortest, int longest) {
+        static constexpr char letters[] = "abcXYZ019 _.#%{}\t'\\\x80\xa0\xff";
+        std::string result;
+        for (int i = number(shortest, longest); i > 0; --i) {
+            result += letters[number(0, static_cast<int>(std::size(letters)) - 2)];
+        }
+        if (!result.empty()) {
+            result.front() = 'F';
+            result.back() = 'L';
+        }
+        return result;
+    }
+
+    std::string name(int shortest) { return number(0, 3) == 0 ? text(15, 60) : text(shortest, 22); }
+
+    void fillBody(LqPDDBodyMap& body, int sysVarCount) {
+        for (int& entry : body.transformOrder) {
+            entry = number(1, 6);
+        }
+        for (LqBasicVarMapping<float>& mapping : body.mappings) {
+            fillMapping(mapping, sysVarCount);
+        }
+        body.type = number(0, 1);
+        if (body.type == 1) {
+            body.typeOneVar = anyInt();
+        }
+    }
+
+    void fillMapping(LqBasicVarMapping<float>& mapping, int sysVarCount) {
+        if (number(0, 1) == 0) {
+            mapping.id = number(0, sysVarCount);
+            return;
+        }
+        mapping = constantMapping(mappingReal());
+        if (sysVarCount > 0) {
+            for (int i = number(0, 4); i > 0; --i) {
+                mapping.appendTerm(number(1, sysVarCount), mappingReal());
+            }
+        }
+    }
+
+    std::mt19937 random;
+};
+
+TEST(ProblemDefWriter, WritesGeneratedDefinitionsThatReadBackEqual) {
+    const CleanStatus clean;
+    const unsigned seed = std::random_device()();
+    for (unsigned i = 0; i < 3000 && !HasFailure(); ++i) {
+        SCOPED_TRACE("seed " + std::to_string(seed) + " + " + std::to_string(i));
+        LqProblemDefData data;
+        DefinitionGenerator(seed + i).fill(data);
+        std::stringstream stream;
+        writeProblemDefStream(data, stream);
+        const std::string text = stream.str();
+        LqProblemDefData readBack;
+        EXPECT_TRUE(readProblemDefStream(readBack, stream, false)) << text;
+        EXPECT_EQ(takeChain(), StatusChain{}) << text;
+        EXPECT_TRUE(equals(readBack, data)) << text;
+        std::ostringstream again;
+        writeProblemDefStream(readBack, again);
+        EXPECT_EQ(again.str(), text);
+    }
+}
+
+} // namespace
+} // namespace quillon::test
