@@ -1,0 +1,64 @@
+#include "quillon/tool/Info.h"
+
+#include "quillon/core/LmStatus.h"
+#include "quillon/limits/LimitsReader.h"
+#include "quillon/model/ModelReader.h"
+#include "quillon/problem/ProblemDefReader.h"
+#include "quillon/tool/LqProblemBundle.h"
+#include "quillon/tool/LqProblemSpec.h"
+#include "quillon/tool/ProblemReport.h"
+#include "quillon/tool/ProblemSpecReader.h"
+
+#include <ostream>
+
+namespace quillon {
+
+namespace {
+
+/// The truth value of the current status, which the driver hands to every reader: a file is read with its
+/// includes only when a warning stands already. Deliberate; the report of a clean run depends on it.
+bool statusTruth() {
+    return currentStatus().hasEntries();
+}
+
+/// Prints the "Read" line of a file that was read. False when an error stands.
+bool confirmRead(const LmStr& path, std::ostream& messages) {
+    if (errorStands()) {
+        return false;
+    }
+    messages << "Read " + path + "\n";
+    return true;
+}
+
+bool readFamily(LqProblemBundle& bundle, LqProblemSpec& spec, const LmStr& path, std::ostream& messages) {
+    readProblemSpec(spec, path, currentStatus());
+    if (!confirmRead(path, messages)) {
+        return false;
+    }
+    if (!spec.problemDefinition.isNull()) {
+        readProblemDefFile(bundle.problemDef, spec.problemDefinition, statusTruth());
+        if (!confirmRead(spec.problemDefinition, messages)) {
+            return false;
+        }
+    }
+    if (!spec.unscaledBodyDef.isNull()) {
+        readModelFile(bundle.model, spec.unscaledBodyDef, bundle.problemDef, statusTruth());
+        if (!confirmRead(spec.unscaledBodyDef, messages)) {
+            return false;
+        }
+    }
+    readLimitsFile(bundle.limits, spec.limits, statusTruth());
+    return confirmRead(spec.limits, messages);
+}
+
+} // namespace
+
+void runInfo(const LmStr& path, std::ostream& out, std::ostream& messages) {
+    LqProblemBundle bundle;
+    LqProblemSpec spec;
+    if (readFamily(bundle, spec, path, messages)) {
+        writeProblemReport(out, messages, bundle);
+    }
+}
+
+} // namespace quillon

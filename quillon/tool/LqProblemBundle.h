@@ -1,0 +1,16 @@
+#pragma once
+
+#include "quillon/limits/LqLimitsData.h"
+#include "quillon/model/LqBodyDefData.h"
+#include "quillon/problem/LqProblemDefData.h"
+
+namespace quillon {
+
+/// The data of one problem, as the files of a specification give it. Owns everything that readers put in it.
+struct LqProblemBundle {
+    LqProblemDefData problemDef;
+    LqBodyDefData model;
+    LqLimitsData limits;
+};
+
+} // namespace quillon

@@ -1,0 +1,246 @@
+#include "quillon/tool/ProblemDefReport.h"
+
+#include "quillon/core/LmListView.h"
+#include "quillon/geometry/Mat4.h"
+#include "quillon/tool/LqProblemBundle.h"
+#include "quillon/tool/RecordIndex.h"
+#include "quillon/tool/ReportAttributes.h"
+
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+namespace quillon {
+
+LmStr mappingText(const LqBasicVarMapping<float>& mapping) {
+    if (mapping.id == 0) {
+        return {};
+    }
+    std::string text;
+    if (mapping.id > 0) {
+        text = "v" + std::to_string(mapping.id);
+        return LmStr(std::string_view(text));
+    }
+    if (mapping.constant != 0.0F) {
+        text += numberText(mapping.constant).view();
+    }
+    for (const LqLinearTerm<float>* term : mapping.termList()) {
+        // A "+" stands before a negative coefficient too: readers of the report split the text at it.
+        text += text.empty() ? "" : "+";
+        if (term->coefficient != 1.0F) {
+            text += numberText(term->coefficient).view();
+            text += "*";
+        }
+        text += "v" + std::to_string(term->sysVar);
+    }
+    return LmStr(std::string_view(text));
+}
+
+namespace {
+
+bool isNamedFrame(const LmStr& bodyName) {
+    return !bodyName.isNull() && bodyName != referenceSystemName;
+}
+
+/// One problem's lines, with the look-ups that they need.
+class ProblemDefSection {
+public:
+    ProblemDefSection(ReportText& out, std::ostream& messages, const LqProblemBundle& bundle)
+        : out(out), messages(messages), bundle(bundle) {
+        indexLimits();
+        indexModelBodies();
+        indexModelMarkers();
+    }
+
+    void write() {
+        writeAll(bundle.problemDef.sysVars, &ProblemDefSection::writeSysVar);
+        writeAll(bundle.problemDef.bodies, &ProblemDefSection::writeBody);
+        writeAll(bundle.problemDef.realMarkers, &ProblemDefSection::writeRealMarker);
+        writeAll(bundle.problemDef.artificialMarkers, &ProblemDefSection::writeArtificialPair);
+    }
+
+private:
+    // --- Look-ups
+    // -------------------------------------------------------------------------------------------
+
+    void indexLimits() {
+        for (const LqVarLimits* limits : LmListView<const LqVarLimits>(bundle.limits.vars)) {
+            limitsById.add(limits);
+        }
+        limitsById.finish();
+    }
+
+    void indexModelBodies() {
+        modelBodies.reserve(bundle.model.storedBodies().size());
+        for (const LqBDBody* body : bundle.model.storedBodies()) {
+            modelBodies.emplace(body->name.view(), body);
+        }
+    }
+
+    void indexModelMarkers() {
+        const LqBodyDefData& model = bundle.model;
+        for (const auto* markers :
+             {&model.realMarkers, &model.fixMarkers, &model.doubleMarkers, &model.artificialMarkers}) {
+            for (const LqBDMarker* marker : *markers) {
+                modelMarkers.add(marker);
+            }
+        }
+        modelMarkers.finish();
+    }
+
+    template <class Record>
+    void writeAll(const LmArray<Record*>& records, void (ProblemDefSection::*writeOne)(const Record&)) {
+        for (const Record* record : records) {
+            if (record != nullptr) {
+                (this->*writeOne)(*record);
+            }
+        }
+    }
+
+    // --- System variables
+    // -----------------------------------------------------------------------------------
+
+    void writeSysVar(const LqPDDSysVar& sysVar) {
+        out << "sys_var v" << sysVar.id;
+        if (!sysVar.description.isNull()) {
+            out << " description=\"" << sysVar.description << "\"";
+        }
+        if (const LqVarLimits* const limits = limitsById.find(sysVar.id)) {
+            writeLimits(*limits);
+        }
+        out << "\n";
+    }
+
+    void writeLimits(const LqVarLimits& limits) {
+        if (limits.hasLowerLimit()) {
+            out << " lower_limit=" << limits.lowerValue;
+        }
+        if (!limits.lowerWeight.notSet) {
+            out << " lower_limit_weight=" << limits.lowerWeight.value;
+        }
+        if (limits.hasUpperLimit()) {
+            out << " upper_limit=" << limits.upperValue;
+        }
+        if (!limits.upperWeight.notSet) {
+            out << " upper_limit_weight=" << limits.upperWeight.value;
+        }
+        if (limits.guideWeight != 0.0F) {
+            out << " guide=" << limits.guideValue << " guide_weight=" << limits.guideWeight;
+        }
+    }
+
+    // --- Bodies
+    // ---------------------------------------------------------------------------------------------
+
+    void writeBody(const LqPDDBodyMap& body) {
+        out << "body " << body.name;
+        if (body.graphicsNumber != 0) {
+            out << " id=" << body.graphicsNumber;
+        }
+        if (isNamedFrame(body.parentName)) {
+            out << " parent=\"" << body.parentName << "\"";
+        }
+        writeBodyType(body.type);
+        writeModelAttributes(body);
+        writeTransforms(body);
+        out << "\n";
+    }
+
+    void writeBodyType(std::int32_t type) {
+        if (type == bodyTypeOne) {
+            out << " type=twist";
+        } else if (type != 0) {
+            out << " type=" << type;
+        }
+    }
+
+    void writeModelAttributes(const LqPDDBodyMap& body) {
+        const auto found = modelBodies.find(body.name.view());
+        if (found == modelBodies.end()) {
+            remark("Body " + body.name + " is missing in the unscaled body def\n");
+            return;
+        }
+        const LqBDBody& modelBody = *found->second;
+        LmVec3 translation{};
+        LmMat3 rotation{};
+        getTranslation(modelBody.baseTransform, translation);
+        getRotation(modelBody.baseTransform, rotation);
+        writeTransformAttribute(out, "base_transform", translation, rotation);
+        if (body.type == bodyTypeOne) {
+            out << " twist_length=" << modelBody.vectorLength
+                << " twist_direction=" << vectorText(modelBody.vectorDirection);
+        }
+    }
+
+    void writeTransforms(const LqPDDBodyMap& body) {
+        LmDArray<ValueSpec> entries;
+        for (int k = 0; k < body.mappings.count(); ++k) {
+            const LmStr text = mappingText(body.mappings[k]);
+            if (!text.isNull()) {
+                entries.append({transformLabel(body.transformOrder[k]), text});
+            }
+        }
+        if (entries.count() != 0) {
+            writeValueList(out, "transforms", entries);
+        }
+    }
+
+    // --- Markers
+    // --------------------------------------------------------------------------------------------
+
+    void writeRealMarker(const LqPDDRealMarker& marker) {
+        out << "real_marker id=" << marker.id;
+        if (isNamedFrame(marker.bodyName)) {
+            out << " body=" << marker.bodyName;
+        }
+        out << " weight=" << marker.weight;
+        if (!writeLocal(marker.id)) {
+            remark(LmStr("Marker ") + std::to_string(marker.id).c_str() +
+                   " is not in the unscaled bodydef.\n");
+        }
+        out << "\n";
+    }
+
+    void writeArtificialPair(const LqPDDArtificialMarker& pair) {
+        out << "artificial_pair id=" << pair.id << " other_id=" << pair.otherId << " weight=" << pair.weight
+            << "\n";
+        writeArtificialMarker(pair.id, pair.bodyName);
+        writeArtificialMarker(pair.otherId, pair.otherBodyName);
+    }
+
+    void writeArtificialMarker(std::int32_t id, const LmStr& bodyName) {
+        out << "artificial_marker id=" << id << " body=" << bodyName;
+        writeLocal(id);
+        out << "\n";
+    }
+
+    /// Writes the marker's position in the model; false when it has none.
+    bool writeLocal(std::int32_t id) {
+        const LqBDMarker* const marker = modelMarkers.find(id);
+        if (marker == nullptr) {
+            return false;
+        }
+        out << " local=" << vectorText(marker->position);
+        return true;
+    }
+
+    static LmStr vectorText(const LmVec3& vector) { return writeVector3(vector[0], vector[1], vector[2]); }
+
+    void remark(const LmStr& text) { messages << text; }
+
+    ReportText& out;
+    std::ostream& messages;
+    const LqProblemBundle& bundle;
+    RecordIndex<LqVarLimits> limitsById;
+    std::unordered_map<std::string_view, const LqBDBody*> modelBodies;
+    RecordIndex<LqBDMarker> modelMarkers;
+};
+
+} // namespace
+
+void writeProblemDefSection(ReportText& out, std::ostream& messages, const LqProblemBundle& bundle) {
+    ProblemDefSection(out, messages, bundle).write();
+}
+
+} // namespace quillon

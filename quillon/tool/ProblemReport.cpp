@@ -1,0 +1,14 @@
+#include "quillon/tool/ProblemReport.h"
+
+#include "quillon/tool/LqProblemBundle.h"
+#include "quillon/tool/ProblemDefReport.h"
+#include "quillon/tool/ReportText.h"
+
+namespace quillon {
+
+void writeProblemReport(std::ostream& out, std::ostream& messages, const LqProblemBundle& bundle) {
+    ReportText text(out);
+    writeProblemDefSection(text, messages, bundle);
+}
+
+} // namespace quillon

@@ -1,0 +1,15 @@
+#include "quillon/tool/CommandLine.h"
+#include "quillon/tool/DescriptorBuf.h"
+
+#include <iostream>
+#include <ostream>
+#include <span>
+#include <unistd.h>
+
+int main(int argumentCount, char** arguments) {
+    quillon::DescriptorBuf buffer(STDOUT_FILENO);
+    std::ostream out(&buffer);
+    // A process may be started without even its own name.
+    const std::span<const char* const> all(arguments, static_cast<std::size_t>(argumentCount));
+    return quillon::runCommandLine(all.empty() ? all : all.subspan(1), out, std::cerr);
+}
