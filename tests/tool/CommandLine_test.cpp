@@ -1,0 +1,140 @@
+#include "quillon/tool/CommandLine.h"
+
+#include "quillon/core/LmStatus.h"
+#include "quillon/tool/DescriptorBuf.h"
+#include "tests/support/ScratchDirectory.h"
+#include "tests/support/StatusChain.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sstream>
+#include <string>
+#include <unistd.h>
+#include <vector>
+
+namespace quillon {
+namespace {
+
+using support::ScratchDirectory;
+using support::writeBytes;
+
+struct Run {
+    int exitCode = 0;
+    std::string out;
+    std::string messages;
+
+    friend bool operator==(const Run&, const Run&) = default;
+    friend std::ostream& operator<<(std::ostream& output, const Run& run) {
+        return output << run.exitCode << "\n--- out\n" << run.out << "--- messages\n" << run.messages;
+    }
+};
+
+Run runWith(const std::vector<const char*>& arguments) {
+    std::ostringstream out;
+    std::ostringstream messages;
+    Run run;
+    run.exitCode = runCommandLine(arguments, out, messages);
+    run.out = out.str();
+    run.messages = messages.str();
+    return run;
+}
+
+TEST(CommandLine, AnswersEachRowOfItsTable) {
+    struct Case {
+        std::vector<const char*> arguments;
+        Run run;
+    };
+    const Case cases[] = {
+        {{}, {1, "", "Usage: quillon info <.zvx>\n"}},
+        {{"-v"}, {0, "quillon 0.0.0a\nCopyright (c) the quillon authors.\n", ""}},
+        {{"-changes"}, {0, "", ""}},
+        {{"info"}, {1, "", "No value given for <.zvx>\n"}},
+        {{"info", "a", "b"}, {1, "", "Too many parameters given.\n"}},
+        {{"info", "a", "b", "c"}, {1, "", "Too many parameters given.\n"}},
+        {{"-v", "x"}, {1, "", "Unknown operation: -v\n"}},
+        {{"-changes", "x"}, {1, "", "Unknown operation: -changes\n"}},
+        {{"Info", "a", "b", "c"}, {1, "", "Unknown operation: Info\n"}},
+        {{""}, {1, "", "Unknown operation: \n"}},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(runWith(c.arguments), c.run);
+    }
+}
+
+TEST(CommandLine, UsageErrorsLeaveTheStatusAlone) {
+    const test::CleanStatus clean;
+    pushWarning("stands");
+    runWith({});
+    runWith({"info"});
+    EXPECT_EQ(test::chainOf(), test::StatusChain{test::warning("stands")});
+}
+
+/// A family without problem definition and model, whose limits file includes another.
+std::string writeFamily(const ScratchDirectory& scratch) {
+    writeBytes(scratch / "limits", "Kym System Variable Limits File\nv2.00\n");
+    writeBytes(scratch / "a.zvx",
+               "Kym Problem Specification File\nv1.00\nLIMITS: " + (scratch / "limits") + "\n");
+    return scratch / "a.zvx";
+}
+
+TEST(CommandLine, WarningStandingBeforeMakesTheSpecificationInvalid) {
+    const test::CleanStatus clean;
+    const ScratchDirectory scratch;
+    const std::string path = writeFamily(scratch);
+    pushWarning("Early.");
+    EXPECT_EQ(runWith({"info", path.c_str()}),
+              (Run{1, "", "\n\nERROR: File is not a valid problem specification file.\n       Early.\n\n"}));
+}
+
+TEST(CommandLine, FailsWhenTheReportCannotBeWritten) {
+    const test::CleanStatus clean;
+    const ScratchDirectory scratch;
+    const std::string path = writeFamily(scratch);
+    const std::vector<const char*> arguments = {"info", path.c_str()};
+    std::ostringstream out;
+    out.setstate(std::ios::badbit);
+    std::ostringstream messages;
+    EXPECT_EQ(runCommandLine(arguments, out, messages), 1);
+    EXPECT_EQ(messages.str(),
+              "Read " + path + "\nRead " + (scratch / "limits") + "\nUnable to write the report.\n");
+}
+
+TEST(DescriptorBuf, WritesAllThatTheStreamTakes) {
+    const ScratchDirectory scratch;
+    std::string expected;
+    {
+        const int descriptor = ::open((scratch / "out").c_str(), O_CREAT | O_WRONLY, 0644);
+        ASSERT_GE(descriptor, 0);
+        DescriptorBuf buffer(descriptor);
+        std::ostream out(&buffer);
+        for (int i = 0; i < 70000; ++i) {
+            out.put(static_cast<char>('a' + i % 26));
+            expected += static_cast<char>('a' + i % 26);
+        }
+        const std::string large(200000, 'x');
+        out << "head" << large << "tail";
+        expected += "head" + large + "tail";
+        EXPECT_TRUE(out.good());
+        out.flush();
+        ::close(descriptor);
+    }
+    EXPECT_EQ(support::readBytes(scratch / "out"), expected);
+}
+
+TEST(DescriptorBuf, FailsTheStreamWhenTheDeviceIsFull) {
+    const int descriptor = ::open("/dev/full", O_WRONLY);
+    ASSERT_GE(descriptor, 0);
+    DescriptorBuf buffer(descriptor);
+    std::ostream out(&buffer);
+    out << "text";
+    EXPECT_TRUE(out.good()) << "nothing has been written yet";
+    out.flush();
+    EXPECT_TRUE(out.bad());
+    out.clear();
+    out << std::string(100000, 'x');
+    EXPECT_TRUE(out.bad());
+    ::close(descriptor);
+}
+
+} // namespace
+} // namespace quillon

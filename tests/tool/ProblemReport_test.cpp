@@ -1,0 +1,211 @@
+#include "quillon/tool/ProblemReport.h"
+
+#include "quillon/tool/LqProblemBundle.h"
+#include "quillon/tool/ProblemDefReport.h"
+#include "quillon/tool/RecordIndex.h"
+#include "quillon/tool/ReportAttributes.h"
+
+#include <gtest/gtest.h>
+#include <sstream>
+#include <string>
+
+namespace quillon {
+namespace {
+
+struct Report {
+    std::string out;
+    std::string messages;
+};
+
+Report reportOf(const LqProblemBundle& bundle) {
+    std::ostringstream out;
+    std::ostringstream messages;
+    writeProblemReport(out, messages, bundle);
+    return {out.str(), messages.str()};
+}
+
+LqBasicVarMapping<float> combination(float constant, std::initializer_list<LqLinearTerm<float>> terms) {
+    LqBasicVarMapping<float> mapping;
+    mapping.id = -1;
+    mapping.constant = constant;
+    for (const LqLinearTerm<float>& term : terms) {
+        mapping.appendTerm(term.sysVar, term.coefficient);
+    }
+    return mapping;
+}
+
+// Most of what the report prints and leaves out is fixed by whole runs; here stands what no file can hold.
+
+TEST(ProblemReport, OfAnEmptyProblemIsEmpty) {
+    const Report report = reportOf(LqProblemBundle());
+    EXPECT_EQ(report.out, "");
+    EXPECT_EQ(report.messages, "");
+}
+
+TEST(ProblemReport, LeavesOutNullTextsAndPrintsEmptyOnes) {
+    LqProblemBundle bundle;
+    for (const LmStr& text : {LmStr(), LmStr("")}) {
+        auto* const sysVar = new LqPDDSysVar;
+        sysVar->id = 3;
+        sysVar->description = text;
+        bundle.problemDef.sysVars.append(sysVar);
+        bundle.problemDef.addBody("B", text, 0);
+        LqPDDRealMarker marker;
+        marker.id = 1;
+        marker.bodyName = text;
+        bundle.problemDef.addRealMarker(marker);
+    }
+    const Report report = reportOf(bundle);
+    EXPECT_EQ(report.out, "sys_var v3\n"
+                          "sys_var v3 description=\"\"\n"
+                          "body B\n"
+                          "body B parent=\"\"\n"
+                          "real_marker id=1 weight=0\n"
+                          "real_marker id=1 body= weight=0\n");
+    EXPECT_EQ(report.messages, "Body B is missing in the unscaled body def\n"
+                               "Body B is missing in the unscaled body def\n"
+                               "Marker 1 is not in the unscaled bodydef.\n"
+                               "Marker 1 is not in the unscaled bodydef.\n");
+}
+
+TEST(ProblemReport, PassesOverNullSlots) {
+    LqProblemBundle bundle;
+    bundle.problemDef.sysVars.append(nullptr);
+    bundle.problemDef.realMarkers.append(nullptr);
+    bundle.problemDef.artificialMarkers.append(nullptr);
+    bundle.model.realMarkers.append(nullptr);
+    EXPECT_EQ(reportOf(bundle).out, "");
+}
+
+TEST(ProblemReport, PrintsAWeightThatIsSetWithoutItsLimit) {
+    LqProblemBundle bundle;
+    auto* const sysVar = new LqPDDSysVar;
+    sysVar->id = 1;
+    sysVar->description = "a";
+    bundle.problemDef.sysVars.append(sysVar);
+    bundle.limits.setLowerWeight(1, 2.5F);
+    bundle.limits.setUpperWeight(1, 0.0F);
+    bundle.limits.setGuideValue(1, 2.0F);
+    EXPECT_EQ(reportOf(bundle).out,
+              "sys_var v1 description=\"a\" lower_limit_weight=2.5 upper_limit_weight=0\n");
+}
+
+TEST(ProblemReport, PrintsTheNumberOfABodyTypeOtherThanTwist) {
+    LqProblemBundle bundle;
+    for (const std::int32_t type : {0, 1, 2, 3, -1}) {
+        bundle.problemDef.addBody("B", referenceSystemName, 1);
+        bundle.problemDef.bodies[bundle.problemDef.bodies.count() - 1]->type = type;
+    }
+    EXPECT_EQ(reportOf(bundle).out, "body B id=1\n"
+                                    "body B id=1 type=twist\n"
+                                    "body B id=1 type=2\n"
+                                    "body B id=1 type=3\n"
+                                    "body B id=1 type=-1\n");
+}
+
+TEST(ProblemReport, TakesTheFirstOfSeveralRecordsOfOneNameOrId) {
+    LqProblemBundle bundle;
+    bundle.problemDef.addBody("B", referenceSystemName, 0);
+    for (const float x : {1.0F, 2.0F}) {
+        LqBDBody body;
+        body.name = "B";
+        body.baseTransform[12] = x;
+        bundle.model.addBody(body);
+        bundle.model.addRealMarker({4, {x, 0, 0}});
+        bundle.model.addArtificialPair({7, {x, 0, 0}}, {2, {x, 0, 0}});
+    }
+    LqPDDArtificialMarker pair;
+    pair.id = 2;
+    pair.otherId = 7;
+    bundle.problemDef.addArtificialMarker(pair);
+    LqPDDRealMarker marker;
+    marker.id = 4;
+    marker.bodyName = referenceSystemName;
+    bundle.problemDef.addRealMarker(marker);
+    EXPECT_EQ(reportOf(bundle).out, "body B base_transform=(tx=1)\n"
+                                    "real_marker id=4 weight=0 local=(1 0 0)\n"
+                                    "artificial_pair id=2 other_id=7 weight=0\n"
+                                    "artificial_marker id=2 body= local=(1 0 0)\n"
+                                    "artificial_marker id=7 body= local=(1 0 0)\n");
+}
+
+TEST(ProblemReport, WritesATransformThatNoOrderNamesAsUnknown) {
+    LqProblemBundle bundle;
+    bundle.problemDef.addBody("B", referenceSystemName, 0);
+    LqPDDBodyMap& body = *bundle.problemDef.bodies[0];
+    body.transformOrder[0] = 7;
+    body.setMapping(0, 1);
+    testing::internal::CaptureStderr();
+    const std::string out = reportOf(bundle).out;
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "invalid transform_id 7\n");
+    EXPECT_EQ(out, "body B transforms=(unknown=v1)\n");
+}
+
+TEST(ProblemReport, IsWholeBeyondTheSizeOfOnePiece) {
+    LqProblemBundle bundle;
+    std::string expected;
+    for (std::int32_t id = 1; id <= 5000; ++id) {
+        auto* const sysVar = new LqPDDSysVar;
+        sysVar->id = id;
+        sysVar->description = "some variable";
+        bundle.problemDef.sysVars.append(sysVar);
+        expected += "sys_var v" + std::to_string(id) + " description=\"some variable\"\n";
+    }
+    EXPECT_EQ(reportOf(bundle).out, expected);
+}
+
+TEST(MappingText, FollowsTheFormOfTheMapping) {
+    EXPECT_TRUE(mappingText(LqBasicVarMapping<float>(0)).isNull());
+    EXPECT_EQ(mappingText(LqBasicVarMapping<float>(12)), "v12");
+    EXPECT_EQ(mappingText(combination(0, {})), "");
+    EXPECT_EQ(mappingText(combination(-0.0F, {})), "");
+    EXPECT_EQ(mappingText(combination(0.5F, {})), "0.5");
+    EXPECT_EQ(mappingText(combination(0.5F, {{3, -2}, {4, 1}})), "0.5+-2*v3+v4");
+    EXPECT_EQ(mappingText(combination(0, {{3, 1}, {4, 0}})), "v3+0*v4");
+    EXPECT_EQ(mappingText(combination(1, {{3, 1}})), "1+v3");
+}
+
+TEST(TransformLabel, NamesTheSixTransforms) {
+    const char* const labels[] = {"tx", "ty", "tz", "rx", "ry", "rz"};
+    for (std::int32_t id = 1; id <= 6; ++id) {
+        EXPECT_EQ(transformLabel(id), labels[id - 1]);
+    }
+}
+
+TEST(WriteVector3, PutsTheNumbersInParentheses) {
+    EXPECT_EQ(writeVector3(0.1F, -2.0F, 1e-7F), "(0.1 -2 1e-07)");
+    EXPECT_EQ(writeVector3(-1.23456e-38F, -1.23456e-38F, -1.23456e-38F),
+              "(-1.23456e-38 -1.23456e-38 -1.23456e-38)");
+}
+
+TEST(WriteValueList, SeparatesItsEntriesByOneBlank) {
+    std::ostringstream stream;
+    LmDArray<ValueSpec> entries;
+    addValue(entries, "a", 1.5F);
+    addValue(entries, "b", 0.0F);
+    addValue(entries, "c", -0.0F);
+    addValue(entries, "d", -2.0F);
+    {
+        ReportText out(stream);
+        writeValueList(out, "list", entries);
+    }
+    EXPECT_EQ(stream.str(), " list=(a=1.5 d=-2)");
+}
+
+TEST(RecordIndex, FindsTheFirstRecordOfAnIdInAnyOrder) {
+    const LqBDMarker markers[] = {{5, {}}, {1, {}}, {5, {}}, {-3, {}}, {1, {}}};
+    RecordIndex<LqBDMarker> index;
+    for (const LqBDMarker& marker : markers) {
+        index.add(&marker);
+    }
+    index.add(nullptr);
+    index.finish();
+    EXPECT_EQ(index.find(5), &markers[0]);
+    EXPECT_EQ(index.find(1), &markers[1]);
+    EXPECT_EQ(index.find(-3), &markers[3]);
+    EXPECT_EQ(index.find(2), nullptr);
+    EXPECT_EQ(index.find(6), nullptr);
+}
+
+} // namespace
+} // namespace quillon

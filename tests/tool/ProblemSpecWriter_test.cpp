@@ -1,0 +1,156 @@
+#include "quillon/tool/ProblemSpecWriter.h"
+
+#include "quillon/files/LmDirLayout.h"
+#include "quillon/tool/LqProblemSpec.h"
+#include "quillon/tool/ProblemSpecReader.h"
+#include "tests/support/ChildProcess.h"
+#include "tests/support/ScratchDirectory.h"
+#include "tests/support/StatusChain.h"
+
+#include <cstdlib>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <iostream>
+#include <random>
+#include <sstream>
+
+namespace quillon {
+namespace {
+
+using support::ScratchDirectory;
+using test::chainOf;
+using test::error;
+using testing::ElementsAre;
+
+std::string written(const LqProblemSpec& spec) {
+    std::ostringstream output;
+    writeProblemSpecStream(spec, output);
+    return output.str();
+}
+
+/// What a process with these data directory variables writes for a model path in "/data".
+std::string modelLineWith(const char* drenk, const char* kym, bool tarvisMode) {
+    const support::ChildResult child = support::runFunction([=] {
+        const auto set = [](const char* name, const char* value) {
+            value == nullptr ? unsetenv(name) : setenv(name, value, 1);
+        };
+        set("DRENK_DATA_DIR", drenk);
+        set("KYM_DATA_DIR", kym);
+        set("RQ_DATA_DIR", "/data");
+        if (tarvisMode) {
+            dirLayout().enableTarvisMode();
+        }
+        LqProblemSpec spec;
+        spec.model = "/data/subject/model";
+        std::cout << written(spec) << std::flush;
+    });
+    EXPECT_EQ(child.outcome, "0");
+    return child.out;
+}
+
+TEST(ProblemSpecWriter, WritesTheEntriesInTheirOrder) {
+    LqProblemSpec spec;
+    spec.model = "m";
+    spec.problemDefinition = "p";
+    spec.unscaledBodyDef = "u";
+    spec.scaleDefinition = "s";
+    spec.limits = "l";
+    spec.searchParameters = "sp";
+    spec.setMatchBy(LqMatchBy::BodyName);
+    spec.userValues = {{"b", "2"}, {"a", "1"}, {"empty", ""}, {"B", "3: 4"}};
+    EXPECT_EQ(written(spec), "Kym Problem Specification File\n"
+                             "v1.00\n"
+                             "MODEL: m\n"
+                             "PROBDEF: p\n"
+                             "UNSCALEDBODYDEF: u\n"
+                             "SCALEDEF: s\n"
+                             "LIMITS: l\n"
+                             "SEARCHPARAMETERS: sp\n"
+                             "Match: BodyName\n"
+                             "B: 3: 4\n"
+                             "a: 1\n"
+                             "b: 2\n");
+}
+
+TEST(ProblemSpecWriter, LeavesOutNullPathsAndMatchWithoutAProblemDefinition) {
+    LqProblemSpec spec;
+    spec.model = "m";
+    spec.setMatchBy(LqMatchBy::BodyName);
+    EXPECT_EQ(written(spec), "Kym Problem Specification File\nv1.00\nMODEL: m\n");
+    spec.problemDefinition = "p";
+    spec.setMatchBy(LqMatchBy::BodyID);
+    EXPECT_EQ(written(spec), "Kym Problem Specification File\nv1.00\nMODEL: m\nPROBDEF: p\nMatch: BodyID\n");
+}
+
+TEST(ProblemSpecWriter, EndsByAMemoryFaultWithoutAModel) {
+    EXPECT_EQ(support::runFunction([] { written(LqProblemSpec()); }).outcome, "SIGSEGV");
+}
+
+TEST(ProblemSpecWriter, AbbreviatesPathsByTheNameOfTheDataDirectory) {
+    const std::string header = "Kym Problem Specification File\nv1.00\n";
+    EXPECT_EQ(modelLineWith("/data", nullptr, false), header + "MODEL: $DRENK_DATA_DIR/subject/model\n");
+    EXPECT_EQ(modelLineWith(nullptr, "/data/", false), header + "MODEL: $KYM_DATA_DIR/subject/model\n");
+    EXPECT_EQ(modelLineWith("/elsewhere", "/data", false), header + "MODEL: /data/subject/model\n");
+    EXPECT_EQ(modelLineWith("/elsewhere", nullptr, true), header + "MODEL: $RQ_DATA_DIR/subject/model\n");
+}
+
+TEST(ProblemSpecWriter, WritesWhatReadsBackEqual) {
+    std::random_device seedSource;
+    const unsigned seed = seedSource();
+    SCOPED_TRACE(seed);
+    std::mt19937 random(seed);
+    const auto word = [&random] {
+        static constexpr std::string_view letters = "abcXYZ019._-/ #:{}\\\xE9";
+        std::string text = "w";
+        for (unsigned n = random() % 12; n > 0; --n) {
+            text += letters[random() % letters.size()];
+        }
+        return text + "e";
+    };
+    for (int round = 0; round < 10000; ++round) {
+        LqProblemSpec spec;
+        for (const LqSpecPath& entry : specPaths) {
+            if (entry.path == &LqProblemSpec::model || random() % 2 == 0) {
+                spec.*entry.path = word().c_str();
+            }
+        }
+        spec.setMatchBy(!spec.problemDefinition.isNull() && random() % 2 == 0 ? LqMatchBy::BodyName
+                                                                              : LqMatchBy::BodyID);
+        for (unsigned n = random() % 4; n > 0; --n) {
+            spec.userValues[("key" + std::to_string(random() % 9)).c_str()] = word().c_str();
+        }
+        std::istringstream input(written(spec));
+        LqProblemSpec readBack;
+        LmStatus status;
+        readProblemSpecStream(readBack, input, status);
+        ASSERT_THAT(chainOf(status), ElementsAre()) << written(spec);
+        ASSERT_TRUE(readBack == spec) << written(spec);
+        ASSERT_EQ(written(readBack), written(spec));
+    }
+}
+
+TEST(ProblemSpecWriter, WritesAFileInPlaceOfWhatStoodThere) {
+    const ScratchDirectory scratch;
+    support::writeBytes(scratch / "a.zvx", std::string(500, 'x'));
+    LqProblemSpec spec;
+    spec.model = "m";
+    LmStatus status;
+    writeProblemSpec(spec, (scratch / "a.zvx").c_str(), status);
+    EXPECT_THAT(chainOf(status), ElementsAre());
+    EXPECT_EQ(support::readBytes(scratch / "a.zvx"), written(spec));
+}
+
+TEST(ProblemSpecWriter, ReportsAFileThatCannotBeWritten) {
+    const ScratchDirectory scratch;
+    const std::string path = scratch / "missing/a.zvx";
+    LmStatus status;
+    LqProblemSpec spec;
+    spec.model = "m";
+    writeProblemSpec(spec, path.c_str(), status);
+    EXPECT_THAT(chainOf(status),
+                ElementsAre(error("File \"" + path + "\" is unwritable."),
+                            error("Parent directory \"" + (scratch / "missing") + "\" does not exist.")));
+}
+
+} // namespace
+} // namespace quillon
