@@ -44,9 +44,8 @@ struct HeaderWords {
     Letter letter;
     const char* letterUnreadable;
     const char* numberUnreadable;
-    bool goesOnWithoutNumber; ///< tests the version, which is then 0, all the same
-    bool exactVersion;        ///< takes no other version with the same whole part
-    bool singlePrecision;     ///< shows the number cut to 32 bits
+    bool exactVersion;    ///< takes no other version with the same whole part
+    bool singlePrecision; ///< shows the number cut to 32 bits
     bool skipsRestOfVersionLine;
     const char* refused; ///< a format of two texts
 };
@@ -59,7 +58,6 @@ constexpr HeaderWords genericWords = {
     .letter = Letter::Any,
     .letterUnreadable = "Unable to read data file version.",
     .numberUnreadable = "Unable to read data file version.",
-    .goesOnWithoutNumber = false,
     .exactVersion = false,
     .singlePrecision = false,
     .skipsRestOfVersionLine = true,
@@ -74,7 +72,6 @@ constexpr HeaderWords problemSpecWords = {
     .letter = Letter::V,
     .letterUnreadable = "Unable to read version identifier.",
     .numberUnreadable = "Unable to read datafile version number.",
-    .goesOnWithoutNumber = false,
     .exactVersion = true,
     .singlePrecision = false,
     .skipsRestOfVersionLine = true,
@@ -89,7 +86,6 @@ constexpr HeaderWords modelWords = {
     .letter = Letter::Any,
     .letterUnreadable = "Unable to read version number.",
     .numberUnreadable = "Unable to read version number.",
-    .goesOnWithoutNumber = true,
     .exactVersion = false,
     .singlePrecision = true,
     .skipsRestOfVersionLine = true,
@@ -104,7 +100,6 @@ constexpr HeaderWords taggedWords = {
     .letter = Letter::AnyNext,
     .letterUnreadable = "Unable to read datafile version number.",
     .numberUnreadable = "Unable to read datafile version number.",
-    .goesOnWithoutNumber = false,
     .exactVersion = false,
     .singlePrecision = false,
     .skipsRestOfVersionLine = false,
@@ -205,7 +200,7 @@ private:
         if (words.skipsRestOfVersionLine) {
             skipRestOfLine(input);
         }
-        return taken || words.goesOnWithoutNumber;
+        return taken;
     }
 
     bool testVersion() {

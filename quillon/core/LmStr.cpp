@@ -56,12 +56,7 @@ LmStr::LmStr(const char* text, int count) {
 }
 
 LmStr::LmStr(std::string_view text) {
-    if (text.find('\0') == std::string_view::npos) {
-        assignCopy(text.data(), text.size());
-        return;
-    }
-    rep = newRep(text.size() - static_cast<std::size_t>(std::count(text.begin(), text.end(), '\0')));
-    std::remove_copy(text.begin(), text.end(), rep->text, '\0');
+    assignCopy(text.data(), std::min(text.find('\0'), text.size()));
 }
 
 LmStr::LmStr(const LmStr& other) noexcept : rep(other.rep), offset(other.offset) {

@@ -30,7 +30,7 @@ public:
     LmStr(const char* text);
     /// A copy of the first `count` characters at `text`; a null pointer gives the null string.
     LmStr(const char* text, int count);
-    /// A copy of the viewed characters, which hold no NUL. Never null.
+    /// A copy of the viewed characters up to the first NUL, since strings hold none. Never null.
     explicit LmStr(std::string_view text);
     LmStr(const LmStr& other) noexcept;
     LmStr(LmStr&& other) noexcept;

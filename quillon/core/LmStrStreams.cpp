@@ -51,6 +51,12 @@ namespace {
 
 constexpr int lineChunkSize = 256;
 
+/// The text of a chunk of a line: up to a NUL, if there is one, and without a CR at its end.
+std::string_view chunkText(const char* chunk, std::size_t length) {
+    const std::string_view text(chunk, strnlen(chunk, length));
+    return text.ends_with('\r') ? text.substr(0, text.size() - 1) : text;
+}
+
 /// The whole of a line that waits in the stream's buffer and fits into one chunk, or false.
 bool takeWaitingLine(std::istream& input, LmStr& line) {
     if (!input.good() || input.tie() != nullptr) {
@@ -64,8 +70,7 @@ bool takeWaitingLine(std::istream& input, LmStr& line) {
         return false;
     }
     const auto length = static_cast<std::size_t>(static_cast<const char*>(newline) - area.begin());
-    const bool endsInCr = length > 0 && area.begin()[length - 1] == '\r';
-    line = LmStr(std::string_view(area.begin(), endsInCr ? length - 1 : length));
+    line = LmStr(chunkText(area.begin(), length));
     area.take(length + 1);
     return true;
 }
@@ -94,7 +99,7 @@ void LmStr::readLine(std::istream& input) {
     do {
         char chunk[lineChunkSize];
         input.get(chunk, lineChunkSize);
-        auto count = static_cast<std::size_t>(input.gcount());
+        const auto count = static_cast<std::size_t>(input.gcount());
         if (input.eof() && count == 0 && line.empty()) {
             reset();
             return;
@@ -102,10 +107,7 @@ void LmStr::readLine(std::istream& input) {
         if (input.fail()) {
             input.clear();
         }
-        if (count > 0 && chunk[count - 1] == '\r') {
-            --count;
-        }
-        line.append(chunk, count);
+        line.append(chunkText(chunk, count));
     } while (!takeLineEnd(input));
     *this = LmStr(std::string_view(line));
 }

@@ -28,7 +28,7 @@ public:
     const char* position() const { return at; }
 
     /// Takes the characters up to the first of `stops`, or up to the end of what waits, and returns them.
-    std::string_view takeUntil(const char* stops) {
+    std::string_view takeUntil(std::string_view stops) {
         const std::string_view waiting(at, static_cast<std::size_t>(end - at));
         const std::string_view taken = waiting.substr(0, waiting.find_first_of(stops));
         at += taken.size();
@@ -152,7 +152,7 @@ private:
 
     void scanRestOfLine() {
         while (source.hasNext()) {
-            store(source.takeUntil("{\\\n\r"));
+            store(source.takeUntil(std::string_view("{\\\n\r\0", 5)));
             if (!source.hasNext()) {
                 return;
             }
@@ -170,6 +170,10 @@ private:
             case '\r':
                 source.take();
                 return;
+            case '\0':
+                // A line's text ends at a NUL, as everywhere; the block goes on with the next line.
+                dropRestOfLine();
+                break;
             default:
                 // The waiting characters were used up, and more have come.
                 break;
@@ -195,7 +199,11 @@ private:
     char storeToLineEnd() {
         char last = '\0';
         while (source.hasNext() && !nextIsLineEnd()) {
-            const std::string_view taken = source.takeUntil("\n\r");
+            const std::string_view taken = source.takeUntil(std::string_view("\n\r\0", 3));
+            if (taken.empty()) {
+                dropRestOfLine();
+                break;
+            }
             store(taken);
             last = taken.back();
         }
