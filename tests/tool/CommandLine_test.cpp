@@ -18,31 +18,31 @@ namespace {
 using support::ScratchDirectory;
 using support::writeBytes;
 
-struct Run {
+struct Outcome {
     int exitCode = 0;
     std::string out;
     std::string messages;
 
-    friend bool operator==(const Run&, const Run&) = default;
-    friend std::ostream& operator<<(std::ostream& output, const Run& run) {
-        return output << run.exitCode << "\n--- out\n" << run.out << "--- messages\n" << run.messages;
+    friend bool operator==(const Outcome&, const Outcome&) = default;
+    friend std::ostream& operator<<(std::ostream& output, const Outcome& outcome) {
+        return output << outcome.exitCode << "\n--- out\n" << outcome.out << "--- messages\n" << outcome.messages;
     }
 };
 
-Run runWith(const std::vector<const char*>& arguments) {
+Outcome runWith(const std::vector<const char*>& arguments) {
     std::ostringstream out;
     std::ostringstream messages;
-    Run run;
-    run.exitCode = runCommandLine(arguments, out, messages);
-    run.out = out.str();
-    run.messages = messages.str();
-    return run;
+    Outcome outcome;
+    outcome.exitCode = runCommandLine(arguments, out, messages);
+    outcome.out = out.str();
+    outcome.messages = messages.str();
+    return outcome;
 }
 
 TEST(CommandLine, AnswersEachRowOfItsTable) {
     struct Case {
         std::vector<const char*> arguments;
-        Run run;
+        Outcome outcome;
     };
     const Case cases[] = {
         {{}, {1, "", "Usage: quillon info <.zvx>\n"}},
@@ -57,7 +57,7 @@ TEST(CommandLine, AnswersEachRowOfItsTable) {
         {{""}, {1, "", "Unknown operation: \n"}},
     };
     for (const Case& c : cases) {
-        EXPECT_EQ(runWith(c.arguments), c.run);
+        EXPECT_EQ(runWith(c.arguments), c.outcome);
     }
 }
 
@@ -83,7 +83,7 @@ TEST(CommandLine, WarningStandingBeforeMakesTheSpecificationInvalid) {
     const std::string path = writeFamily(scratch);
     pushWarning("Early.");
     EXPECT_EQ(runWith({"info", path.c_str()}),
-              (Run{1, "", "\n\nERROR: File is not a valid problem specification file.\n       Early.\n\n"}));
+              (Outcome{1, "", "\n\nERROR: File is not a valid problem specification file.\n       Early.\n\n"}));
 }
 
 TEST(CommandLine, FailsWhenTheReportCannotBeWritten) {

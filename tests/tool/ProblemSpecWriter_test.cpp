@@ -102,7 +102,7 @@ TEST(ProblemSpecWriter, WritesWhatReadsBackEqual) {
     const auto word = [&random] {
         static constexpr std::string_view letters = "abcXYZ019._-/ #:{}\\\xE9";
         std::string text = "w";
-        for (unsigned n = random() % 12; n > 0; --n) {
+        for (auto n = random() % 12; n > 0; --n) {
             text += letters[random() % letters.size()];
         }
         return text + "e";
@@ -116,7 +116,7 @@ TEST(ProblemSpecWriter, WritesWhatReadsBackEqual) {
         }
         spec.setMatchBy(!spec.problemDefinition.isNull() && random() % 2 == 0 ? LqMatchBy::BodyName
                                                                               : LqMatchBy::BodyID);
-        for (unsigned n = random() % 4; n > 0; --n) {
+        for (auto n = random() % 4; n > 0; --n) {
             spec.userValues[("key" + std::to_string(random() % 9)).c_str()] = word().c_str();
         }
         std::istringstream input(written(spec));
