@@ -18,16 +18,20 @@ std::uint64_t blockSize(std::uint64_t size) {
     return (size + 3) / 4 * 4;
 }
 
-char* allocateText(char* block, std::uint64_t size) {
-    char* const moved = static_cast<char*>(std::realloc(block, blockSize(size)));
+/// Moves the block of a rep and its text into one for a text of `size`, as `realloc` does.
+LmStrRep* reallocateRep(LmStrRep* rep, std::uint64_t size) {
+    auto* const moved = static_cast<LmStrRep*>(std::realloc(rep, sizeof(LmStrRep) + blockSize(size)));
     if (moved == nullptr) {
         std::abort();
     }
+    moved->text = reinterpret_cast<char*>(moved + 1);
+    moved->size = size;
     return moved;
 }
 
 LmStrRep* newRep(std::uint64_t length) {
-    auto* const rep = new LmStrRep{allocateText(nullptr, length + 1), length + 1, 1};
+    LmStrRep* const rep = reallocateRep(nullptr, length + 1);
+    rep->refCount = 1;
     rep->text[length] = '\0';
     return rep;
 }
@@ -59,30 +63,6 @@ LmStr::LmStr(std::string_view text) {
     assignCopy(text.data(), std::min(text.find('\0'), text.size()));
 }
 
-LmStr::LmStr(const LmStr& other) noexcept : rep(other.rep), offset(other.offset) {
-    if (rep != nullptr) {
-        ++rep->refCount;
-    }
-}
-
-LmStr::LmStr(LmStr&& other) noexcept
-    : rep(std::exchange(other.rep, nullptr)), offset(std::exchange(other.offset, 0)) {}
-
-LmStr::~LmStr() {
-    release();
-}
-
-LmStr& LmStr::operator=(const LmStr& other) noexcept {
-    LmStr copy(other);
-    return *this = std::move(copy);
-}
-
-LmStr& LmStr::operator=(LmStr&& other) noexcept {
-    std::swap(rep, other.rep);
-    std::swap(offset, other.offset);
-    return *this;
-}
-
 LmStr& LmStr::operator=(const char* text) {
     if (text == nullptr) {
         reset();
@@ -96,32 +76,12 @@ LmStr& LmStr::operator=(const char* text) {
     return *this = LmStr(text);
 }
 
-void LmStr::release() noexcept {
-    if (rep != nullptr && --rep->refCount == 0) {
-        std::free(rep->text);
-        delete rep;
-    }
-}
-
-void LmStr::reset() {
-    release();
-    rep = nullptr;
-    offset = 0;
+void LmStr::freeRep() noexcept {
+    std::free(rep);
 }
 
 // --- The shared text
 // ----------------------------------------------------------------------------------------
-
-LmStrRep& LmStr::existingRep() const {
-    if (rep == nullptr) {
-        endByMemoryFault();
-    }
-    return *rep;
-}
-
-char* LmStr::text() const {
-    return existingRep().text + offset;
-}
 
 void LmStr::assignCopy(const char* text, std::uint64_t count) {
     rep = newRep(count);
@@ -140,7 +100,7 @@ void LmStr::unshare() {
 
 void LmStr::resizeRep(std::uint64_t size) {
     if (blockSize(size) != blockSize(rep->size)) {
-        rep->text = allocateText(rep->text, size);
+        rep = reallocateRep(rep, size);
     }
     rep->size = size;
 }
@@ -159,18 +119,6 @@ void LmStr::openGap(std::uint64_t start, std::uint64_t oldCount, std::uint64_t n
 
 // --- Access
 // -------------------------------------------------------------------------------------------------
-
-int LmStr::length() const {
-    return static_cast<int>(existingRep().size - offset - 1);
-}
-
-const char* LmStr::c_str() const {
-    return text();
-}
-
-std::string_view LmStr::view() const {
-    return isNull() ? std::string_view() : std::string_view(text(), static_cast<std::size_t>(length()));
-}
 
 char* LmStr::duplicate() const {
     const std::size_t size = static_cast<std::size_t>(length()) + 1;

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "quillon/core/Fatal.h"
 #include "quillon/core/LmArray.h"
 
 #include <compare>
 #include <cstdint>
 #include <iosfwd>
 #include <string_view>
+#include <utility>
 
 namespace quillon {
 
@@ -32,12 +34,24 @@ public:
     LmStr(const char* text, int count);
     /// A copy of the viewed characters up to the first NUL, since strings hold none. Never null.
     explicit LmStr(std::string_view text);
-    LmStr(const LmStr& other) noexcept;
-    LmStr(LmStr&& other) noexcept;
-    ~LmStr();
+    LmStr(const LmStr& other) noexcept : rep(other.rep), offset(other.offset) {
+        if (rep != nullptr) {
+            ++rep->refCount;
+        }
+    }
+    LmStr(LmStr&& other) noexcept
+        : rep(std::exchange(other.rep, nullptr)), offset(std::exchange(other.offset, 0)) {}
+    ~LmStr() { release(); }
 
-    LmStr& operator=(const LmStr& other) noexcept;
-    LmStr& operator=(LmStr&& other) noexcept;
+    LmStr& operator=(const LmStr& other) noexcept {
+        LmStr copy(other);
+        return *this = std::move(copy);
+    }
+    LmStr& operator=(LmStr&& other) noexcept {
+        std::swap(rep, other.rep);
+        std::swap(offset, other.offset);
+        return *this;
+    }
     /// Assigns a copy of `text`, null for a null pointer. A text that is the tail of this very string only
     /// moves the offset.
     LmStr& operator=(const char* text);
@@ -45,15 +59,21 @@ public:
     // --- Access -------------------------------------------------------------------------------------
 
     /// Makes the string null. Null-safe, as are construction, assignment and destruction.
-    void reset();
+    void reset() {
+        release();
+        rep = nullptr;
+        offset = 0;
+    }
     /// True for the null string. Null-safe.
     bool isNull() const { return rep == nullptr; }
     /// The number of characters.
-    int length() const;
+    int length() const { return static_cast<int>(existingRep().size - offset - 1); }
     /// The text, NUL-terminated; valid until the string is changed.
-    const char* c_str() const;
+    const char* c_str() const { return text(); }
     /// The text as a view; valid until the string is changed. Null-safe: empty for the null string.
-    std::string_view view() const;
+    std::string_view view() const {
+        return isNull() ? std::string_view() : std::string_view(text(), static_cast<std::size_t>(length()));
+    }
     /// A copy of the text that the caller frees with `free`.
     char* duplicate() const;
     /// True for 0 up to length minus 1.
@@ -217,9 +237,19 @@ private:
     LmStrRep* rep = nullptr;
     std::uint64_t offset = 0;
 
-    LmStrRep& existingRep() const;
-    char* text() const;
-    void release() noexcept;
+    LmStrRep& existingRep() const {
+        if (rep == nullptr) [[unlikely]] {
+            endByMemoryFault();
+        }
+        return *rep;
+    }
+    char* text() const { return existingRep().text + offset; }
+    void release() noexcept {
+        if (rep != nullptr && --rep->refCount == 0) {
+            freeRep();
+        }
+    }
+    void freeRep() noexcept;
     void unshare();
     void resizeRep(std::uint64_t size);
     void assignCopy(const char* text, std::uint64_t count);

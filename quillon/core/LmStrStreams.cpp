@@ -1,11 +1,12 @@
 #include "quillon/core/CharClass.h"
 #include "quillon/core/LmStr.h"
 #include "quillon/core/StreamExtraction.h"
+#include "quillon/core/WaitingLine.h"
 
 #include <algorithm>
-#include <cstring>
 #include <istream>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace quillon {
@@ -49,30 +50,18 @@ std::istream& operator>>(std::istream& input, LmStr& text) {
 
 namespace {
 
-constexpr int lineChunkSize = 256;
-
-/// The text of a chunk of a line: up to a NUL, if there is one, and without a CR at its end.
-std::string_view chunkText(const char* chunk, std::size_t length) {
-    const std::string_view text(chunk, strnlen(chunk, length));
-    return text.ends_with('\r') ? text.substr(0, text.size() - 1) : text;
-}
-
 /// The whole of a line that waits in the stream's buffer and fits into one chunk, or false.
 bool takeWaitingLine(std::istream& input, LmStr& line) {
     if (!input.good() || input.tie() != nullptr) {
         return false;
     }
     ReadArea area(*input.rdbuf());
-    const auto waiting = static_cast<std::size_t>(area.end() - area.begin());
-    const std::size_t searched = std::min(waiting, std::size_t{lineChunkSize});
-    const void* const newline = searched == 0 ? nullptr : std::memchr(area.begin(), '\n', searched);
-    if (newline == nullptr) {
-        return false;
+    const std::optional<WaitingLine> waiting = findWaitingLine({area.begin(), area.end()});
+    if (waiting.has_value()) {
+        line = LmStr(waiting->text);
+        area.take(waiting->taken);
     }
-    const auto length = static_cast<std::size_t>(static_cast<const char*>(newline) - area.begin());
-    line = LmStr(chunkText(area.begin(), length));
-    area.take(length + 1);
-    return true;
+    return waiting.has_value();
 }
 
 /// Takes the line end that follows a chunk; false when the line goes on.
@@ -97,8 +86,8 @@ void LmStr::readLine(std::istream& input) {
     }
     std::string line;
     do {
-        char chunk[lineChunkSize];
-        input.get(chunk, lineChunkSize);
+        char chunk[lineChunkLength + 1];
+        input.get(chunk, sizeof chunk);
         const auto count = static_cast<std::size_t>(input.gcount());
         if (input.eof() && count == 0 && line.empty()) {
             reset();
@@ -107,7 +96,7 @@ void LmStr::readLine(std::istream& input) {
         if (input.fail()) {
             input.clear();
         }
-        line.append(chunkText(chunk, count));
+        line.append(lineChunkText({chunk, count}));
     } while (!takeLineEnd(input));
     *this = LmStr(std::string_view(line));
 }

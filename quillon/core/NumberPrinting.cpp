@@ -1,5 +1,7 @@
 #include "quillon/core/NumberPrinting.h"
 
+#include <algorithm>
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <locale>
@@ -7,11 +9,91 @@
 
 namespace quillon {
 
+namespace {
+
+constexpr int significantDigits = 6;
+
+/// The powers of ten from 10^0 to 10^9.
+constexpr std::uint64_t integerPowers[] = {1,      10,      100,      1000,      10000,
+                                           100000, 1000000, 10000000, 100000000, 1000000000};
+
+/// The least values of 5, 4, ... 0 digits in front of the point, and of 0, 1, 2, 3 zeros behind it. No 32-bit
+/// real lies between a power of ten and the double next to it, so comparing with these is exact.
+constexpr double leastOfExponent[] = {1e5, 1e4, 1e3, 1e2, 1e1, 1e0, 1e-1, 1e-2, 1e-3, 1e-4};
+
+/// The exponent of ten of the first digit of a value from 1e-4 to below 1e6.
+int decimalExponent(double magnitude) {
+    int row = 0;
+    while (magnitude < leastOfExponent[row]) {
+        ++row;
+    }
+    return significantDigits - 1 - row;
+}
+
+/// The first six digits of a value from 1e-4 to below 1e6 as an integer, rounded half to even. Exact: the 24
+/// bits of the mantissa times at most 10^9 fit into 64 bits.
+std::uint64_t roundedDigits(float magnitude, int exponent) {
+    const auto bits = std::bit_cast<std::uint32_t>(magnitude);
+    const std::uint64_t mantissa = (bits & 0x7FFFFFU) | 0x800000U;
+    const int shift = 150 - static_cast<int>(bits >> 23);
+    const std::uint64_t scaled = mantissa * integerPowers[significantDigits - 1 - exponent];
+    const std::uint64_t digits = scaled >> shift;
+    const std::uint64_t rest = scaled & ((std::uint64_t{1} << shift) - 1);
+    const std::uint64_t half = std::uint64_t{1} << (shift - 1);
+    return digits + (rest > half || (rest == half && (digits & 1) != 0) ? 1 : 0);
+}
+
+/// Writes six digits with the point behind the digit of the exponent, without the zeros that end a fraction.
+char* writeFixed(char* text, std::uint64_t sixDigits, int exponent) {
+    char digits[significantDigits];
+    for (int i = significantDigits - 1; i >= 0; --i) {
+        digits[i] = static_cast<char>('0' + sixDigits % 10);
+        sixDigits /= 10;
+    }
+    int count = significantDigits;
+    while (count > exponent + 1 && count > 1 && digits[count - 1] == '0') {
+        --count;
+    }
+    if (exponent < 0) {
+        *text++ = '0';
+        *text++ = '.';
+        text = std::fill_n(text, -exponent - 1, '0');
+        return std::copy_n(digits, count, text);
+    }
+    text = std::copy_n(digits, exponent + 1, text);
+    if (count > exponent + 1) {
+        *text++ = '.';
+        text = std::copy(digits + exponent + 1, digits + count, text);
+    }
+    return text;
+}
+
+} // namespace
+
 char* formatReal(char* text, float value) {
-    // A stream prints the sign of a NaN, and so does to_chars; only its payload is never shown.
-    constexpr int defaultPrecision = 6;
+    const float magnitude = std::fabs(value);
+    if (value == 0.0F) {
+        if (std::signbit(value)) {
+            *text++ = '-';
+        }
+        *text++ = '0';
+        return text;
+    }
     const auto wide = static_cast<double>(value);
-    return std::to_chars(text, text + numberTextSize, wide, std::chars_format::general, defaultPrecision).ptr;
+    if (std::fabs(wide) >= 1e-4 && magnitude < 999999.5F) {
+        int exponent = decimalExponent(std::fabs(wide));
+        std::uint64_t digits = roundedDigits(magnitude, exponent);
+        if (digits == integerPowers[significantDigits]) {
+            digits = integerPowers[significantDigits - 1];
+            ++exponent;
+        }
+        if (value < 0.0F) {
+            *text++ = '-';
+        }
+        return writeFixed(text, digits, exponent);
+    }
+    return std::to_chars(text, text + numberTextSize, wide, std::chars_format::general, significantDigits)
+        .ptr;
 }
 
 char* formatInt(char* text, std::int64_t value) {

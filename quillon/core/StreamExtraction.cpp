@@ -45,8 +45,9 @@ bool isReady(const std::istream& input) {
 }
 
 bool isReadyAndPlain(const std::istream& input) {
+    static const std::locale& classicLocale = std::locale::classic();
     return isReady(input) && input.flags() == (std::ios_base::skipws | std::ios_base::dec) &&
-           input.getloc() == std::locale::classic();
+           input.getloc() == classicLocale;
 }
 
 const char* skipSpaces(const char* at, const char* end) {

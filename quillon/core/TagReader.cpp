@@ -1,11 +1,13 @@
 #include "quillon/core/TagReader.h"
 
 #include "quillon/core/CharClass.h"
+#include "quillon/core/LmSStream.h"
 #include "quillon/core/StreamExtraction.h"
-#include "quillon/core/TokenReader.h"
+#include "quillon/core/WaitingLine.h"
 
-#include <algorithm>
 #include <cstring>
+#include <istream>
+#include <optional>
 #include <string>
 
 namespace quillon {
@@ -247,74 +249,161 @@ private:
 // --- Items
 // --------------------------------------------------------------------------------------------------
 
-LmStr trimmed(LmStr text) {
-    text.trim();
+std::string_view trimmedLeft(std::string_view text) {
+    while (!text.empty() && isSpace(text.front())) {
+        text.remove_prefix(1);
+    }
     return text;
 }
 
-/// Takes "TAG: value"; a value that ends in a backslash goes on in the next line.
-void readSimpleItem(std::istream& input, const LmStr& line, int colon, LmStr& tag, LmStr& value) {
-    tag = trimmed(line.left(colon));
-    value = line.skip(colon + 1);
-    while (value.length() > 0 && value.c_str()[value.length() - 1] == '\\') {
-        value.setChar(value.length() - 1, '\n');
-        LmStr next;
-        next.readLine(input);
-        if (!next.isNull()) {
-            value += next;
-        }
+std::string_view trimmed(std::string_view text) {
+    text = trimmedLeft(text);
+    while (!text.empty() && isSpace(text.back())) {
+        text.remove_suffix(1);
     }
-    value.trim();
+    return text;
 }
 
-/// Takes "TAG {" and the lines up to the brace that closes the block.
-bool readBlockItem(std::istream& input, const LmStr& line, int brace, LmStr& tag, LmStr& value,
-                   LmStatus& status) {
-    tag = trimmed(line.left(brace));
-    LmStr trailing = trimmed(line.skip(brace + 1));
-    skipSpaceAndComments(trailing, true, false);
-    if (trailing.length() > 0) {
+/// Where the items of a stream, or of a text in memory, are taken from.
+class ItemInput {
+public:
+    explicit ItemInput(std::istream& stream) : stream(&stream) {}
+    explicit ItemInput(std::string_view text) : rest(text) {}
+
+    /// Takes a line as `LmStr::readLine` does; false at the end of the input. The text of the line stays
+    /// until the next call.
+    bool takeLine(std::string_view& line) {
+        if (const std::optional<WaitingLine> found = findWaitingLine(waiting())) {
+            line = found->text;
+            take(found->taken);
+            return true;
+        }
+        if (stream != nullptr) {
+            longLine.readLine(*stream);
+        } else {
+            LmISStream restStream(rest.data(), rest.size());
+            longLine.readLine(restStream);
+            take(static_cast<std::size_t>(ReadArea(*restStream.rdbuf()).begin() - rest.data()));
+        }
+        line = longLine.view();
+        return !longLine.isNull();
+    }
+
+    /// Where a block's text begins.
+    BlockSource blockSource() const {
+        return stream != nullptr ? BlockSource(*stream->rdbuf())
+                                 : BlockSource(rest.data(), rest.data() + rest.size());
+    }
+
+    /// Goes on behind what was taken of a block.
+    void goOnBehind(BlockSource& source) {
+        source.commit();
+        if (stream == nullptr) {
+            take(static_cast<std::size_t>(source.position() - rest.data()));
+        }
+    }
+
+    /// What is left of a text in memory.
+    std::string_view left() const { return rest; }
+
+private:
+    /// The characters that can be looked at; none of a stream that has to be asked first.
+    std::string_view waiting() const {
+        if (stream == nullptr) {
+            return rest;
+        }
+        if (!stream->good() || stream->tie() != nullptr) {
+            return {};
+        }
+        const ReadArea area(*stream->rdbuf());
+        return {area.begin(), area.end()};
+    }
+
+    void take(std::size_t count) {
+        if (stream != nullptr) {
+            ReadArea(*stream->rdbuf()).take(count);
+        } else {
+            rest.remove_prefix(count);
+        }
+    }
+
+    std::istream* stream = nullptr;
+    std::string_view rest;
+    LmStr longLine;
+};
+
+/// Takes the value of "TAG: value", which goes on in the next line as long as it ends in a backslash.
+LmStr readSimpleValue(ItemInput& input, std::string_view firstLine) {
+    if (!firstLine.ends_with('\\')) {
+        return LmStr(trimmed(firstLine));
+    }
+    std::string value(firstLine);
+    while (value.ends_with('\\')) {
+        value.back() = '\n';
+        std::string_view line;
+        if (input.takeLine(line)) {
+            value += line;
+        }
+    }
+    return LmStr(trimmed(value));
+}
+
+/// Takes the lines of "TAG {" up to the brace that closes the block. `trailing` is the text behind the brace.
+bool readBlockValue(ItemInput& input, std::string_view trailing, const LmStr& tag, LmStr& value,
+                    std::string& gathered, LmStatus& status) {
+    trailing = trimmed(trailing);
+    if (!trailing.empty() && trailing.front() != '#') {
         status.pushErrorf("Invalid characters trailing '{' for '%s'.", tag.c_str());
         return false;
     }
-    std::string stored;
-    BlockSource source(*input.rdbuf());
-    BlockScanner scanner(source, &stored, tag, status);
+    gathered.clear();
+    BlockSource source = input.blockSource();
+    BlockScanner scanner(source, &gathered, tag, status);
     const bool complete = scanner.scan();
-    source.commit();
-    value = LmStr(std::string_view(stored));
+    input.goOnBehind(source);
+    value = LmStr(std::string_view(gathered));
     return complete;
+}
+
+/// One item, as `readTag` takes it. `gathered` is room for a block's text.
+bool readItem(ItemInput& input, LmStr& tag, LmStr& value, int& isSimple, std::string& gathered,
+              LmStatus& status) {
+    std::string_view line;
+    do {
+        if (!input.takeLine(line)) {
+            return true;
+        }
+        line = trimmedLeft(line);
+        isSimple = 0;
+    } while (line.empty() || line.front() == '#');
+
+    if (const std::size_t colon = line.find(':'); colon != std::string_view::npos) {
+        tag = LmStr(trimmed(line.substr(0, colon)));
+        value = readSimpleValue(input, line.substr(colon + 1));
+        isSimple = 1;
+        return true;
+    }
+    if (const std::size_t brace = line.find('{'); brace != std::string_view::npos) {
+        tag = LmStr(trimmed(line.substr(0, brace)));
+        return readBlockValue(input, line.substr(brace + 1), tag, value, gathered, status);
+    }
+    // The line itself is taken as a format, so a '%' in it is seen as a conversion; users know these texts.
+    const LmStr message = LmStr("No ':' or '{' following tag '") + LmStr(line) + "'.";
+    status.pushError(formatWithoutArguments(message.c_str()));
+    return false;
 }
 
 } // namespace
 
 bool readTag(std::istream& input, LmStr& tag, LmStr& value, int* isSimple, LmStatus& status) {
-    LmStr line;
-    do {
-        line.readLine(input);
-        if (line.isNull()) {
-            return true;
-        }
-        line.trimLeft();
-        if (isSimple != nullptr) {
-            *isSimple = 0;
-        }
-    } while (line.length() == 0 || *line.c_str() == '#');
-
-    int position = 0;
-    if (line.find(':', &position)) {
-        readSimpleItem(input, line, position, tag, value);
-        if (isSimple != nullptr) {
-            *isSimple = 1;
-        }
-        return true;
+    ItemInput items(input);
+    std::string gathered;
+    int simple = isSimple != nullptr ? *isSimple : 0;
+    const bool good = readItem(items, tag, value, simple, gathered, status);
+    if (isSimple != nullptr) {
+        *isSimple = simple;
     }
-    if (line.find('{', &position)) {
-        return readBlockItem(input, line, position, tag, value, status);
-    }
-    // The line itself is taken as a format, so a '%' in it is seen as a conversion; users know these texts.
-    status.pushError(formatWithoutArguments((LmStr("No ':' or '{' following tag '") + line + "'.").c_str()));
-    return false;
+    return good;
 }
 
 BlockRange findBlockEnd(const char* text, const LmStr& tag, LmStatus& status) {
@@ -333,16 +422,16 @@ bool looksLikeOption(const LmStr& text) {
 // --- Loops over items
 // ---------------------------------------------------------------------------------------
 
-TaggedItems::TaggedItems(std::istream& input, LmStatus& status) : input(input), status(status) {}
+TaggedItems::TaggedItems(std::istream& input, LmStatus& status) : input(&input), status(status) {}
 
-TaggedItems::TaggedItems(const LmStr& blockText, LmStatus& status)
-    : blockStream(std::in_place, blockText.c_str(), static_cast<std::size_t>(blockText.length())),
-      input(*blockStream), status(status) {}
+TaggedItems::TaggedItems(const LmStr& blockText, LmStatus& status) : rest(blockText.view()), status(status) {}
 
 bool TaggedItems::next() {
     tag_.reset();
     value_.reset();
-    failed_ = !readTag(input, tag_, value_, &simple, status);
+    ItemInput items = input != nullptr ? ItemInput(*input) : ItemInput(rest);
+    failed_ = !readItem(items, tag_, value_, simple, gathered, status);
+    rest = items.left();
     return !failed_ && !tag_.isNull();
 }
 

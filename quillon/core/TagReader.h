@@ -1,11 +1,11 @@
 #pragma once
 
-#include "quillon/core/LmSStream.h"
 #include "quillon/core/LmStatus.h"
 #include "quillon/core/LmStr.h"
 
-#include <istream>
-#include <optional>
+#include <iosfwd>
+#include <string>
+#include <string_view>
 
 namespace quillon {
 
@@ -46,8 +46,9 @@ public:
     bool tagIsExactly(const char* keyword) const { return tag_ == keyword; }
 
 private:
-    std::optional<LmISStream> blockStream;
-    std::istream& input;
+    std::istream* input = nullptr; // null for a block's text
+    std::string_view rest;         // what is left of a block's text
+    std::string gathered;          // room for the text of a block within
     LmStatus& status;
     LmStr tag_;
     LmStr value_;
