@@ -62,7 +62,7 @@ need() {
     if [ ${#missing[@]} -eq 0 ]; then
         return
     fi
-    if ! command -v apt-get >/dev/null; then
+    if ! command -v apt-get >/dev/null || ! { [ "$(id -u)" -eq 0 ] || command -v sudo >/dev/null; }; then
         say "Please install: ${missing[*]}"
         return 1
     fi
