@@ -129,14 +129,16 @@ void LqProblemDefData::removeBody(const LmStr& name) {
         // The bodies go last: the names that the markers are compared with are theirs.
         freeWhere(bodies, [&](const LqPDDBodyMap& body) { return removedBodies.contains(&body); });
     }
-    const auto leavesSlots = [](auto& records) { return closeGaps(records) != records.count(); };
-    // No short cut from one array to the next: each has its gaps closed.
-    const bool arraysWithSlotsLeft[] = {leavesSlots(bodies), leavesSlots(realMarkers),
-                                        leavesSlots(fixMarkers), leavesSlots(doubleMarkers),
-                                        leavesSlots(artificialMarkers)};
-    for (const bool left : arraysWithSlotsLeft) {
-        slotsMayRepeat = slotsMayRepeat || left;
-    }
+    const auto closeGapsIn = [this](auto& records) {
+        if (closeGaps(records) != records.count()) {
+            slotsMayRepeat = true;
+        }
+    };
+    closeGapsIn(bodies);
+    closeGapsIn(realMarkers);
+    closeGapsIn(fixMarkers);
+    closeGapsIn(doubleMarkers);
+    closeGapsIn(artificialMarkers);
 }
 
 void LqProblemDefData::removeBodies(const LmArray<LmStr>& names) {

@@ -194,6 +194,7 @@ void LqProblemDefData::artificialIdsOnBody(const LmStr& bodyName, LmDArray<int>&
 
 LmDArray<LmStr> LqProblemDefData::duplicateBodyNames() const {
     std::unordered_set<std::string_view> laterNames;
+    laterNames.reserve(static_cast<std::size_t>(bodies.count()));
     std::vector<const LqPDDBodyMap*> found;
     for (int i = bodies.count() - 1; i >= 0; --i) {
         const LqPDDBodyMap* const body = bodies[i];

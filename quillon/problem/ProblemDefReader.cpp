@@ -194,7 +194,12 @@ namespace {
 /// Reads bodies one by one, and knows the names of those before.
 class BodyReader {
 public:
-    BodyReader(std::istream& stream, int sysVarCount) : input(stream), highestSysVar(sysVarCount) {}
+    BodyReader(std::istream& stream, int sysVarCount, int bodyCount)
+        : input(stream), highestSysVar(sysVarCount) {
+        // The count may lie far above what the file holds, or below 0.
+        constexpr int roomAtMost = 1 << 16;
+        knownNames.reserve(static_cast<std::size_t>(std::clamp(bodyCount, 0, roomAtMost)));
+    }
 
     /// Reads one body. Null after an error.
     std::unique_ptr<LqPDDBodyMap> read() {
@@ -296,7 +301,7 @@ bool readBodies(LqProblemDefData& target, std::istream& input) {
         return false;
     }
     target.setBodies({});
-    BodyReader reader(input, target.sysVars.count());
+    BodyReader reader(input, target.sysVars.count(), count);
     return readRows(target.bodies, count, [&reader] { return reader.read(); });
 }
 

@@ -10,6 +10,7 @@
 #include "quillon/problem/ProblemDefFormat.h"
 
 #include <ostream>
+#include <sstream>
 #include <string_view>
 
 namespace quillon {
@@ -241,7 +242,10 @@ bool writeProblemDefFile(const LqProblemDefData& source, const LmStr& path) {
         pushErrorf("Couldn't create file \"%s\".", path.c_str());
         return false;
     }
-    writeProblemDefStream(source, output);
+    // A mapping ends its lines with a flush. Composed in memory first, the file takes them all in one go.
+    std::ostringstream text;
+    writeProblemDefStream(source, text);
+    writeText(output, text.view());
     output.close();
     return output.good();
 }
