@@ -309,8 +309,11 @@ void useUpMemory() {
     const rlimit limit{1, 1};
     setrlimit(RLIMIT_AS, &limit);
     for (std::size_t size = std::size_t{1} << 20; size >= 512; size /= 2) {
-        while (std::malloc(size) != nullptr) {
-        }
+        // Volatile, or the optimiser drops blocks that nobody looks at.
+        void* volatile block = nullptr;
+        do {
+            block = std::malloc(size);
+        } while (block != nullptr);
     }
 }
 
