@@ -1,9 +1,10 @@
 #include "quillon/core/NumberPrinting.h"
 
-#include <algorithm>
+#include <array>
 #include <bit>
 #include <charconv>
 #include <cmath>
+#include <cstring>
 #include <locale>
 #include <ostream>
 
@@ -17,17 +18,17 @@ constexpr int significantDigits = 6;
 constexpr std::uint64_t integerPowers[] = {1,      10,      100,      1000,      10000,
                                            100000, 1000000, 10000000, 100000000, 1000000000};
 
-/// The least values of 5, 4, ... 0 digits in front of the point, and of 0, 1, 2, 3 zeros behind it. No 32-bit
-/// real lies between a power of ten and the double next to it, so comparing with these is exact.
-constexpr double leastOfExponent[] = {1e5, 1e4, 1e3, 1e2, 1e1, 1e0, 1e-1, 1e-2, 1e-3, 1e-4};
+/// The powers of ten from 10^-3 to 10^5. No 32-bit real lies between a power of ten and the double next to
+/// it, so comparing with these is exact.
+constexpr double realPowers[] = {1e-3, 1e-2, 1e-1, 1e0, 1e1, 1e2, 1e3, 1e4, 1e5};
 
 /// The exponent of ten of the first digit of a value from 1e-4 to below 1e6.
 int decimalExponent(double magnitude) {
-    int row = 0;
-    while (magnitude < leastOfExponent[row]) {
-        ++row;
+    int exponent = -4;
+    for (const double power : realPowers) {
+        exponent += magnitude >= power ? 1 : 0;
     }
-    return significantDigits - 1 - row;
+    return exponent;
 }
 
 /// The first six digits of a value from 1e-4 to below 1e6 as an integer, rounded half to even. Exact: the 24
@@ -43,29 +44,44 @@ std::uint64_t roundedDigits(float magnitude, int exponent) {
     return digits + (rest > half || (rest == half && (digits & 1) != 0) ? 1 : 0);
 }
 
-/// Writes six digits with the point behind the digit of the exponent, without the zeros that end a fraction.
-char* writeFixed(char* text, std::uint64_t sixDigits, int exponent) {
-    char digits[significantDigits];
-    for (int i = significantDigits - 1; i >= 0; --i) {
-        digits[i] = static_cast<char>('0' + sixDigits % 10);
-        sixDigits /= 10;
+/// "00", "01" up to "99".
+constexpr std::array<char, 200> digitPairs = [] {
+    std::array<char, 200> pairs{};
+    for (std::size_t i = 0; i < 100; ++i) {
+        pairs[2 * i] = static_cast<char>('0' + i / 10);
+        pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
     }
+    return pairs;
+}();
+
+/// Writes six digits with the point behind the digit of the exponent, without the zeros that end a fraction.
+/// Copies are of a fixed size, beyond what counts, since that is the fastest; `numberTextSize` leaves the
+/// room.
+char* writeFixed(char* text, std::uint64_t sixDigits, int exponent) {
+    constexpr std::size_t copySize = 8;
+    char digits[2 * copySize] = {};
+    auto rest = static_cast<std::uint32_t>(sixDigits);
+    for (int i = significantDigits - 2; i >= 0; i -= 2) {
+        std::memcpy(digits + i, digitPairs.data() + 2 * (rest % 100), 2);
+        rest /= 100;
+    }
+    const int integerCount = exponent + 1;
     int count = significantDigits;
-    while (count > exponent + 1 && count > 1 && digits[count - 1] == '0') {
+    while (count > integerCount && count > 1 && digits[count - 1] == '0') {
         --count;
     }
-    if (exponent < 0) {
-        *text++ = '0';
-        *text++ = '.';
-        text = std::fill_n(text, -exponent - 1, '0');
-        return std::copy_n(digits, count, text);
+    if (integerCount <= 0) {
+        std::memcpy(text, "0.000000", copySize);
+        std::memcpy(text + 2 - integerCount, digits, copySize);
+        return text + 2 - integerCount + count;
     }
-    text = std::copy_n(digits, exponent + 1, text);
-    if (count > exponent + 1) {
-        *text++ = '.';
-        text = std::copy(digits + exponent + 1, digits + count, text);
+    std::memcpy(text, digits, copySize);
+    if (count == integerCount) {
+        return text + integerCount;
     }
-    return text;
+    text[integerCount] = '.';
+    std::memcpy(text + integerCount + 1, digits + integerCount, copySize);
+    return text + count + 1;
 }
 
 } // namespace

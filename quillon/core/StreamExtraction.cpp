@@ -1,11 +1,10 @@
 #include "quillon/core/StreamExtraction.h"
 
 #include "quillon/core/CharClass.h"
+#include "quillon/core/NumberParsing.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstring>
-#include <limits>
 #include <locale>
 #include <memory>
 
@@ -44,10 +43,33 @@ bool isReady(const std::istream& input) {
     return input.good() && input.tie() == nullptr;
 }
 
-bool isReadyAndPlain(const std::istream& input) {
-    static const std::locale& classicLocale = std::locale::classic();
+/// What is known of a stream's locale, kept in the stream itself: asking for the locale costs more than
+/// reading a number.
+enum LocaleKnowledge : long { unknown = 0, classic = 1, other = 2 };
+
+void forgetLocale(std::ios_base::event event, std::ios_base& stream, int index) {
+    if (event != std::ios_base::erase_event) {
+        stream.iword(index) = unknown;
+    }
+}
+
+long learnLocale(std::ios_base& stream, int index) {
+    if (stream.pword(index) == nullptr) {
+        stream.register_callback(forgetLocale, index);
+        stream.pword(index) = &stream;
+    }
+    return stream.iword(index) = stream.getloc() == std::locale::classic() ? classic : other;
+}
+
+bool hasClassicLocale(std::ios_base& stream) {
+    static const int index = std::ios_base::xalloc();
+    const long known = stream.iword(index);
+    return (known == unknown ? learnLocale(stream, index) : known) == classic;
+}
+
+bool isReadyAndPlain(std::istream& input) {
     return isReady(input) && input.flags() == (std::ios_base::skipws | std::ios_base::dec) &&
-           input.getloc() == classicLocale;
+           hasClassicLocale(input);
 }
 
 const char* skipSpaces(const char* at, const char* end) {
@@ -67,112 +89,9 @@ std::size_t waitingCount(const ReadArea& area) {
     return static_cast<std::size_t>(area.end() - area.begin());
 }
 
-// --- Numbers
-// ------------------------------------------------------------------------------------------------
-
-/// Takes decimal digits into `value` while they fit into 18 digits, and returns their end.
-const char* scanDigits(const char* at, const char* end, std::uint64_t& value, int& digitCount) {
-    for (; at != end && isDigit(*at); ++at) {
-        if (value != 0 || *at != '0') {
-            ++digitCount;
-        }
-        if (digitCount <= 18) {
-            value = value * 10 + static_cast<std::uint64_t>(*at - '0');
-        }
-    }
-    return at;
-}
-
-/// Reads an integer that ends before `end`. Null when it does not, or when it is none that fits.
-const char* scanInt(const char* at, const char* end, std::int32_t& out) {
-    const bool negative = at != end && *at == '-';
-    if (at != end && (*at == '-' || *at == '+')) {
-        ++at;
-    }
-    std::uint64_t magnitude = 0;
-    int digitCount = 0;
-    const char* const digitsEnd = scanDigits(at, end, magnitude, digitCount);
-    if (digitsEnd == at || digitsEnd == end || digitCount > 18) {
-        return nullptr;
-    }
-    const auto value =
-        negative ? -static_cast<std::int64_t>(magnitude) : static_cast<std::int64_t>(magnitude);
-    if (value < std::numeric_limits<std::int32_t>::min() ||
-        value > std::numeric_limits<std::int32_t>::max()) {
-        return nullptr;
-    }
-    out = static_cast<std::int32_t>(value);
-    return digitsEnd;
-}
-
-/// Reads the digits of an exponent behind its 'e'. Null when there are none, or when they end at `end`.
-const char* scanExponent(const char* at, const char* end, int& exponent) {
-    const bool negative = at != end && *at == '-';
-    if (at != end && (*at == '-' || *at == '+')) {
-        ++at;
-    }
-    std::uint64_t magnitude = 0;
-    int digitCount = 0;
-    const char* const digitsEnd = scanDigits(at, end, magnitude, digitCount);
-    if (digitsEnd == at || digitsEnd == end || digitCount > 4) {
-        return nullptr;
-    }
-    exponent = negative ? -static_cast<int>(magnitude) : static_cast<int>(magnitude);
-    return digitsEnd;
-}
-
-constexpr double powersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
-                                  1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-constexpr int greatestExactPower = 22;
-
-/// Reads a real that ends before `end`, correctly rounded. Null when it does not end there, is none, or needs
-/// the care that the standard operation takes of overflow and underflow.
-const char* scanDouble(const char* at, const char* end, double& out) {
-    const bool negative = at != end && *at == '-';
-    if (at != end && (*at == '-' || *at == '+')) {
-        ++at;
-    }
-    const char* const digits = at;
-    std::uint64_t mantissa = 0;
-    int digitCount = 0;
-    int exponent = 0;
-    at = scanDigits(at, end, mantissa, digitCount);
-    auto charCount = at - digits;
-    if (at != end && *at == '.') {
-        const char* const fraction = ++at;
-        at = scanDigits(at, end, mantissa, digitCount);
-        charCount += at - fraction;
-        exponent = -static_cast<int>(std::min<std::ptrdiff_t>(at - fraction, 100000));
-    }
-    if (charCount == 0 || at == end) {
-        return nullptr;
-    }
-    if (*at == 'e' || *at == 'E') {
-        int written = 0;
-        at = scanExponent(at + 1, end, written);
-        exponent += written;
-    }
-    if (at == nullptr) {
-        return nullptr;
-    }
-    // A mantissa below 2^53 and a power of ten up to 10^22 are exact doubles, so that one rounding is left.
-    if (digitCount <= 18 && mantissa <= (std::uint64_t{1} << 53) &&
-        std::abs(exponent) <= greatestExactPower) {
-        const auto exact = static_cast<double>(mantissa);
-        const double value = exponent < 0 ? exact / powersOfTen[-exponent] : exact * powersOfTen[exponent];
-        out = negative ? -value : value;
-        return at;
-    }
-    double value = 0.0;
-    const std::from_chars_result result = std::from_chars(digits, at, value);
-    if (result.ec != std::errc() || result.ptr != at) {
-        return nullptr;
-    }
-    out = negative ? -value : value;
-    return at;
-}
-
 } // namespace
+
+// --- Numbers ---
 
 bool extractInt(std::istream& input, std::int32_t& value) {
     if (isReadyAndPlain(input)) {

@@ -5,6 +5,8 @@
 #include "quillon/core/StreamExtraction.h"
 #include "quillon/core/WaitingLine.h"
 
+#include <algorithm>
+#include <array>
 #include <cstring>
 #include <istream>
 #include <optional>
@@ -13,6 +15,21 @@
 namespace quillon {
 
 namespace {
+
+/// A mark for each character.
+using CharSet = std::array<bool, 256>;
+
+constexpr CharSet charSet(std::string_view characters) {
+    CharSet set{};
+    for (const char c : characters) {
+        set[static_cast<unsigned char>(c)] = true;
+    }
+    return set;
+}
+
+constexpr CharSet newline = charSet("\n");
+constexpr CharSet lineEnds = charSet({"\n\r\0", 3});
+constexpr CharSet specialInLine = charSet({"{\\\n\r\0", 5});
 
 /// The characters of a block: those that wait in a stream's buffer, refilled until the end of the input, or
 /// those of a text in memory.
@@ -29,12 +46,14 @@ public:
     /// The position in the text in memory, or in the stream's buffer.
     const char* position() const { return at; }
 
-    /// Takes the characters up to the first of `stops`, or up to the end of what waits, and returns them.
-    std::string_view takeUntil(std::string_view stops) {
-        const std::string_view waiting(at, static_cast<std::size_t>(end - at));
-        const std::string_view taken = waiting.substr(0, waiting.find_first_of(stops));
-        at += taken.size();
-        return taken;
+    /// Takes the characters up to the first that is marked in `stops`, or up to the end of what waits, and
+    /// returns them.
+    std::string_view takeUntil(const CharSet& stops) {
+        const char* const begin = at;
+        while (at != end && !stops[static_cast<unsigned char>(*at)]) {
+            ++at;
+        }
+        return {begin, static_cast<std::size_t>(at - begin)};
     }
 
     /// Tells the stream's buffer what has been taken.
@@ -67,7 +86,7 @@ private:
 class BlockScanner {
 public:
     /// `stored`, which may be null, receives the block's text.
-    BlockScanner(BlockSource& source, std::string* stored, const LmStr& tag, LmStatus& status)
+    BlockScanner(BlockSource& source, std::string* stored, std::string_view tag, LmStatus& status)
         : source(source), stored(stored), tag(tag), status(status) {}
 
     /// Walks to the end. Returns whether the block is well-formed; what is wrong is reported.
@@ -117,7 +136,7 @@ private:
 
     void dropRestOfLine() {
         while (source.hasNext() && source.peek() != '\n') {
-            source.takeUntil("\n");
+            source.takeUntil(newline);
         }
     }
 
@@ -132,7 +151,7 @@ private:
         }
         if (source.hasNext() && !nextIsLineEnd()) {
             status.pushErrorf("Invalid character ('%c') trailing '%c' for '%s'.", source.peek(), '}',
-                              tag.c_str());
+                              std::string(tag).c_str());
             return false;
         }
         if (depth > 0) {
@@ -154,7 +173,7 @@ private:
 
     void scanRestOfLine() {
         while (source.hasNext()) {
-            store(source.takeUntil(std::string_view("{\\\n\r\0", 5)));
+            store(source.takeUntil(specialInLine));
             if (!source.hasNext()) {
                 return;
             }
@@ -201,7 +220,7 @@ private:
     char storeToLineEnd() {
         char last = '\0';
         while (source.hasNext() && !nextIsLineEnd()) {
-            const std::string_view taken = source.takeUntil(std::string_view("\n\r\0", 3));
+            const std::string_view taken = source.takeUntil(lineEnds);
             if (taken.empty()) {
                 dropRestOfLine();
                 break;
@@ -234,13 +253,13 @@ private:
     }
 
     bool reportEndOfFile() {
-        status.pushError(LmStr("Hit end of file without reading '}' for tag ") + tag);
+        status.pushError(LmStr("Hit end of file without reading '}' for tag ") + LmStr(tag));
         return false;
     }
 
     BlockSource& source;
     std::string* stored;
-    const LmStr& tag;
+    std::string_view tag;
     LmStatus& status;
     int depth = 1;
     const char* closing = nullptr;
@@ -276,10 +295,14 @@ public:
         if (const std::optional<WaitingLine> found = findWaitingLine(waiting())) {
             line = found->text;
             take(found->taken);
+            lineStays_ = stream == nullptr;
             return true;
         }
+        lineStays_ = false;
         if (stream != nullptr) {
             longLine.readLine(*stream);
+        } else if (rest.empty()) {
+            return false;
         } else {
             LmISStream restStream(rest.data(), rest.size());
             longLine.readLine(restStream);
@@ -288,6 +311,8 @@ public:
         line = longLine.view();
         return !longLine.isNull();
     }
+
+    bool lineStays() const { return lineStays_; }
 
     /// Where a block's text begins.
     BlockSource blockSource() const {
@@ -330,14 +355,18 @@ private:
     std::istream* stream = nullptr;
     std::string_view rest;
     LmStr longLine;
+    bool lineStays_ = false;
 };
 
 /// Takes the value of "TAG: value", which goes on in the next line as long as it ends in a backslash.
-LmStr readSimpleValue(ItemInput& input, std::string_view firstLine) {
-    if (!firstLine.ends_with('\\')) {
-        return LmStr(trimmed(firstLine));
+void readSimpleValue(ItemInput& input, std::string_view firstLine, TaggedItem& item) {
+    item.isSimple = true;
+    if (input.lineStays() && !firstLine.ends_with('\\')) {
+        item.value = trimmed(firstLine);
+        return;
     }
-    std::string value(firstLine);
+    std::string& value = item.gathered;
+    value = firstLine;
     while (value.ends_with('\\')) {
         value.back() = '\n';
         std::string_view line;
@@ -345,47 +374,46 @@ LmStr readSimpleValue(ItemInput& input, std::string_view firstLine) {
             value += line;
         }
     }
-    return LmStr(trimmed(value));
+    item.value = trimmed(value);
 }
 
 /// Takes the lines of "TAG {" up to the brace that closes the block. `trailing` is the text behind the brace.
-bool readBlockValue(ItemInput& input, std::string_view trailing, const LmStr& tag, LmStr& value,
-                    std::string& gathered, LmStatus& status) {
+bool readBlockValue(ItemInput& input, std::string_view trailing, TaggedItem& item, LmStatus& status) {
     trailing = trimmed(trailing);
     if (!trailing.empty() && trailing.front() != '#') {
-        status.pushErrorf("Invalid characters trailing '{' for '%s'.", tag.c_str());
+        status.pushErrorf("Invalid characters trailing '{' for '%s'.", item.tag.c_str());
         return false;
     }
-    gathered.clear();
+    item.gathered.clear();
     BlockSource source = input.blockSource();
-    BlockScanner scanner(source, &gathered, tag, status);
+    BlockScanner scanner(source, &item.gathered, item.tag, status);
     const bool complete = scanner.scan();
     input.goOnBehind(source);
-    value = LmStr(std::string_view(gathered));
+    item.value = item.gathered;
     return complete;
 }
 
-/// One item, as `readTag` takes it. `gathered` is room for a block's text.
-bool readItem(ItemInput& input, LmStr& tag, LmStr& value, int& isSimple, std::string& gathered,
-              LmStatus& status) {
+/// Takes one item. False when an error has been reported.
+bool readItem(ItemInput& input, TaggedItem& item, LmStatus& status) {
+    item.found = false;
     std::string_view line;
     do {
         if (!input.takeLine(line)) {
             return true;
         }
         line = trimmedLeft(line);
-        isSimple = 0;
+        item.isSimple = false;
     } while (line.empty() || line.front() == '#');
 
+    item.found = true;
     if (const std::size_t colon = line.find(':'); colon != std::string_view::npos) {
-        tag = LmStr(trimmed(line.substr(0, colon)));
-        value = readSimpleValue(input, line.substr(colon + 1));
-        isSimple = 1;
+        item.tag = trimmed(line.substr(0, colon));
+        readSimpleValue(input, line.substr(colon + 1), item);
         return true;
     }
     if (const std::size_t brace = line.find('{'); brace != std::string_view::npos) {
-        tag = LmStr(trimmed(line.substr(0, brace)));
-        return readBlockValue(input, line.substr(brace + 1), tag, value, gathered, status);
+        item.tag = trimmed(line.substr(0, brace));
+        return readBlockValue(input, line.substr(brace + 1), item, status);
     }
     // The line itself is taken as a format, so a '%' in it is seen as a conversion; users know these texts.
     const LmStr message = LmStr("No ':' or '{' following tag '") + LmStr(line) + "'.";
@@ -397,18 +425,22 @@ bool readItem(ItemInput& input, LmStr& tag, LmStr& value, int& isSimple, std::st
 
 bool readTag(std::istream& input, LmStr& tag, LmStr& value, int* isSimple, LmStatus& status) {
     ItemInput items(input);
-    std::string gathered;
-    int simple = isSimple != nullptr ? *isSimple : 0;
-    const bool good = readItem(items, tag, value, simple, gathered, status);
+    TaggedItem item;
+    item.isSimple = isSimple != nullptr && *isSimple != 0;
+    const bool good = readItem(items, item, status);
     if (isSimple != nullptr) {
-        *isSimple = simple;
+        *isSimple = item.isSimple ? 1 : 0;
+    }
+    if (good && item.found) {
+        tag = LmStr(std::string_view(item.tag));
+        value = LmStr(item.value);
     }
     return good;
 }
 
 BlockRange findBlockEnd(const char* text, const LmStr& tag, LmStatus& status) {
     BlockSource source(text, text + std::strlen(text));
-    BlockScanner scanner(source, nullptr, tag, status);
+    BlockScanner scanner(source, nullptr, tag.view(), status);
     if (!scanner.scan()) {
         return {text, text};
     }
@@ -424,15 +456,27 @@ bool looksLikeOption(const LmStr& text) {
 
 TaggedItems::TaggedItems(std::istream& input, LmStatus& status) : input(&input), status(status) {}
 
-TaggedItems::TaggedItems(const LmStr& blockText, LmStatus& status) : rest(blockText.view()), status(status) {}
+TaggedItems::TaggedItems(std::string_view blockText, LmStatus& status) : rest(blockText), status(status) {}
+
+TaggedItems::TaggedItems(const LmStr& blockText, LmStatus& status) : TaggedItems(blockText.view(), status) {}
 
 bool TaggedItems::next() {
-    tag_.reset();
     value_.reset();
     ItemInput items = input != nullptr ? ItemInput(*input) : ItemInput(rest);
-    failed_ = !readItem(items, tag_, value_, simple, gathered, status);
+    failed_ = !readItem(items, item, status);
     rest = items.left();
-    return !failed_ && !tag_.isNull();
+    return !failed_ && item.found;
+}
+
+LmStr& TaggedItems::value() {
+    if (value_.isNull()) {
+        value_ = LmStr(item.value);
+    }
+    return value_;
+}
+
+bool TaggedItems::tagIs(std::string_view keyword) const {
+    return std::ranges::equal(item.tag, keyword, {}, upperOf, upperOf);
 }
 
 } // namespace quillon

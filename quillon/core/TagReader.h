@@ -18,6 +18,15 @@ namespace quillon {
 bool readTag(std::istream& input, LmStr& tag, LmStr& value, int* isSimple = nullptr,
              LmStatus& status = currentStatus());
 
+/// One tagged item, with its value as a view of the text that it was taken from or of `gathered`.
+struct TaggedItem {
+    bool found = false; ///< false at the end of the input
+    bool isSimple = false;
+    std::string tag;
+    std::string_view value;
+    std::string gathered; ///< room for a value that does not lie in the text as it is
+};
+
 /// The tagged items of a file or of a block's text, one after another:
 ///
 ///     TaggedItems items(input);
@@ -28,31 +37,33 @@ public:
     /// The items of a stream from where it stands.
     explicit TaggedItems(std::istream& input, LmStatus& status = currentStatus());
     /// The items of a block's text, which the caller keeps alive and unchanged.
+    explicit TaggedItems(std::string_view blockText, LmStatus& status = currentStatus());
     explicit TaggedItems(const LmStr& blockText, LmStatus& status = currentStatus());
 
-    /// Takes the next item. False at the end of the input, or when `readTag` has reported an error.
+    /// Takes the next item. False at the end of the input, or when an error has been reported, as by
+    /// `readTag`.
     bool next();
     /// Whether the last `next` ended by an error rather than by the end of the input.
     bool failed() const { return failed_; }
 
-    const LmStr& tag() const { return tag_; }
+    LmStr tag() const { return LmStr(std::string_view(item.tag)); }
     /// The value, which token readers may eat.
-    LmStr& value() { return value_; }
+    LmStr& value();
+    /// The value as a view, for `TaggedItems` of a block; valid until `next`.
+    std::string_view valueText() const { return item.value; }
     /// Whether the item is "TAG: value" and not a block.
-    bool isSimple() const { return simple != 0; }
+    bool isSimple() const { return item.isSimple; }
     /// Whether the tag is the keyword, without regard to case over the whole length.
-    bool tagIs(const char* keyword) const { return tag_.compareNoCaseWhole(keyword) == 0; }
+    bool tagIs(std::string_view keyword) const;
     /// Whether the tag is the keyword, case included.
-    bool tagIsExactly(const char* keyword) const { return tag_ == keyword; }
+    bool tagIsExactly(std::string_view keyword) const { return item.tag == keyword; }
 
 private:
     std::istream* input = nullptr; // null for a block's text
     std::string_view rest;         // what is left of a block's text
-    std::string gathered;          // room for the text of a block within
     LmStatus& status;
-    LmStr tag_;
-    LmStr value_;
-    int simple = 0;
+    TaggedItem item;
+    LmStr value_; // null until it is asked for
     bool failed_ = false;
 };
 

@@ -33,12 +33,12 @@ class VariableBlockReader {
 public:
     explicit VariableBlockReader(LmStatus& reportTo) : status(reportTo) {}
 
-    bool read(const LmStr& blockText, LqVarLimits& record);
+    bool read(std::string_view blockText, LqVarLimits& record);
 
 private:
     bool readItem(TaggedItems& item);
     bool readId(LmStr& text);
-    bool readSubBlock(const LmStr& blockText, const char* label, ValueAndWeight& result);
+    bool readSubBlock(std::string_view blockText, const char* label, ValueAndWeight& result);
     bool readNumber(LmStr& text, const char* what, const char* label, std::optional<float>& number);
     bool fill(LqVarLimits& record) const;
 
@@ -49,7 +49,7 @@ private:
     ValueAndWeight guide;
 };
 
-bool VariableBlockReader::read(const LmStr& blockText, LqVarLimits& record) {
+bool VariableBlockReader::read(std::string_view blockText, LqVarLimits& record) {
     TaggedItems items(blockText, status);
     while (items.next()) {
         if (!readItem(items)) {
@@ -64,14 +64,14 @@ bool VariableBlockReader::readItem(TaggedItems& item) {
         return readId(item.value());
     }
     if (item.tagIs(format::lowerKey)) {
-        return readSubBlock(item.value(), "lower limit", lower);
+        return readSubBlock(item.valueText(), "lower limit", lower);
     }
     if (item.tagIs(format::upperKey)) {
-        return readSubBlock(item.value(), "upper limit", upper);
+        return readSubBlock(item.valueText(), "upper limit", upper);
     }
     if (item.tagIsExactly(format::guideKey)) {
         guide = {};
-        return readSubBlock(item.value(), "guide", guide);
+        return readSubBlock(item.valueText(), "guide", guide);
     }
     // Deliberately silent, unlike the levels above and below: files rely on a misspelt key being skipped.
     return true;
@@ -96,7 +96,8 @@ bool VariableBlockReader::readId(LmStr& text) {
     return true;
 }
 
-bool VariableBlockReader::readSubBlock(const LmStr& blockText, const char* label, ValueAndWeight& result) {
+bool VariableBlockReader::readSubBlock(std::string_view blockText, const char* label,
+                                       ValueAndWeight& result) {
     ValueAndWeight given;
     TaggedItems items(blockText, status);
     while (items.next()) {
@@ -168,7 +169,7 @@ bool VariableBlockReader::fill(LqVarLimits& record) const {
 }
 
 /// Reads the text of one INCLUDE block. Returns false when an error stands.
-bool readIncludeBlock(const LmStr& blockText, LqLimitsInclude& include, LmStatus& status) {
+bool readIncludeBlock(std::string_view blockText, LqLimitsInclude& include, LmStatus& status) {
     TaggedItems items(blockText, status);
     while (items.next()) {
         if (items.tagIs(format::fileNameKey)) {
@@ -205,8 +206,8 @@ public:
 
 private:
     bool readItem(TaggedItems& item);
-    bool readVariable(const LmStr& key, const LmStr& blockText);
-    bool readInclude(const LmStr& blockText);
+    bool readVariable(const LmStr& key, std::string_view blockText);
+    bool readInclude(std::string_view blockText);
     void squareGuideWeights();
 
     LqLimitsData& target;
@@ -233,10 +234,10 @@ bool TaggedLimitsReader::read(std::istream& input) {
 
 bool TaggedLimitsReader::readItem(TaggedItems& item) {
     if (item.tagIs(format::variableKey)) {
-        return readVariable(item.tag(), item.value());
+        return readVariable(item.tag(), item.valueText());
     }
     if (item.tagIs(format::includeKey)) {
-        return readInclude(item.value());
+        return readInclude(item.valueText());
     }
     if (item.tagIsExactly(format::guideWeightScaleKey)) {
         // Deliberate: every other text counts as linear, so that "Linear" does what it seems to say.
@@ -247,7 +248,7 @@ bool TaggedLimitsReader::readItem(TaggedItems& item) {
     return false;
 }
 
-bool TaggedLimitsReader::readVariable(const LmStr& key, const LmStr& blockText) {
+bool TaggedLimitsReader::readVariable(const LmStr& key, std::string_view blockText) {
     if (includeSeen) {
         status.pushErrorf("%s cannot be after a INCLUDE section.", key.c_str());
         return false;
@@ -261,7 +262,7 @@ bool TaggedLimitsReader::readVariable(const LmStr& key, const LmStr& blockText) 
     return true;
 }
 
-bool TaggedLimitsReader::readInclude(const LmStr& blockText) {
+bool TaggedLimitsReader::readInclude(std::string_view blockText) {
     auto include = std::make_unique<LqLimitsInclude>();
     if (!readIncludeBlock(blockText, *include, status)) {
         status.pushError("Unable to read INCLUDE section.");

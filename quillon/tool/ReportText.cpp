@@ -6,26 +6,11 @@
 
 namespace quillon {
 
-namespace {
-
-constexpr std::size_t pieceSize = 1 << 16;
-
-} // namespace
-
-ReportText::ReportText(std::ostream& output) : output(output) {}
+ReportText::ReportText(std::ostream& output)
+    : output(output), piece(std::make_unique_for_overwrite<char[]>(pieceSize)) {}
 
 ReportText::~ReportText() {
     flush();
-}
-
-ReportText& ReportText::operator<<(std::string_view text) {
-    gathered += text;
-    flushWhenFull();
-    return *this;
-}
-
-ReportText& ReportText::operator<<(const LmStr& text) {
-    return *this << std::string_view(text.c_str(), static_cast<std::size_t>(text.length()));
 }
 
 ReportText& ReportText::operator<<(std::int32_t number) {
@@ -38,15 +23,18 @@ ReportText& ReportText::operator<<(float number) {
     return *this << std::string_view(text, formatReal(text, number));
 }
 
-void ReportText::flushWhenFull() {
-    if (gathered.size() >= pieceSize) {
-        flush();
+ReportText& ReportText::appendBeyondPiece(std::string_view text) {
+    flush();
+    if (text.size() > pieceSize) {
+        output.write(text.data(), static_cast<std::streamsize>(text.size()));
+        return *this;
     }
+    return *this << text;
 }
 
 void ReportText::flush() {
-    output.write(gathered.data(), static_cast<std::streamsize>(gathered.size()));
-    gathered.clear();
+    output.write(piece.get(), static_cast<std::streamsize>(used));
+    used = 0;
 }
 
 } // namespace quillon

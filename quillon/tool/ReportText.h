@@ -2,9 +2,11 @@
 
 #include "quillon/core/LmStr.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <iosfwd>
-#include <string>
+#include <memory>
 #include <string_view>
 
 namespace quillon {
@@ -18,20 +20,32 @@ public:
     ReportText& operator=(const ReportText&) = delete;
     ~ReportText();
 
-    ReportText& operator<<(std::string_view text);
+    ReportText& operator<<(std::string_view text) {
+        if (text.size() > pieceSize - used) {
+            return appendBeyondPiece(text);
+        }
+        std::copy(text.begin(), text.end(), piece.get() + used);
+        used += text.size();
+        return *this;
+    }
     ReportText& operator<<(const char* text) { return *this << std::string_view(text); }
     /// A null string ends the process by a memory fault.
-    ReportText& operator<<(const LmStr& text);
+    ReportText& operator<<(const LmStr& text) {
+        return *this << std::string_view(text.c_str(), static_cast<std::size_t>(text.length()));
+    }
     ReportText& operator<<(std::int32_t number);
     /// A 32-bit real with 6 significant digits.
     ReportText& operator<<(float number);
 
 private:
-    void flushWhenFull();
+    static constexpr std::size_t pieceSize = 1 << 16;
+
+    ReportText& appendBeyondPiece(std::string_view text);
     void flush();
 
     std::ostream& output;
-    std::string gathered;
+    std::unique_ptr<char[]> piece;
+    std::size_t used = 0;
 };
 
 } // namespace quillon
