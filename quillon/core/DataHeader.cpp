@@ -20,8 +20,7 @@ const LmStr measuredFileId("Kym Measured File");
 
 namespace {
 
-// --- The formats' own steps and words
-// -----------------------------------------------------------------------
+// --- The formats' own steps and words ------------------------------------------------------------
 
 enum class IdLine {
     Part79,  ///< at most 79 characters; what is behind them is skipped
@@ -122,8 +121,7 @@ const FormatRow formats[] = {
     {measuredFileId, measuredFileVersion, taggedWords},
 };
 
-// --- Reading
-// ------------------------------------------------------------------------------------------------
+// --- Reading -------------------------------------------------------------------------------------
 
 /// The number with two decimals, whatever the locale of the process.
 std::string twoDecimals(double number) {
@@ -242,8 +240,7 @@ bool readFormatHeader(std::istream& input, DataFileFormat format, LmStatus& stat
     return good;
 }
 
-// --- Writing
-// ------------------------------------------------------------------------------------------------
+// --- Writing -------------------------------------------------------------------------------------
 
 namespace {
 

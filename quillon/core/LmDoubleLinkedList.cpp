@@ -37,8 +37,7 @@ LmDLListNode* nextLive(const LmDLListNode* node) {
     return liveFrom(node->next);
 }
 
-// --- The list
-// -----------------------------------------------------------------------------------------------
+// --- The list ------------------------------------------------------------------------------------
 
 LmDoubleLinkedList::~LmDoubleLinkedList() {
     while (head != nullptr) {
@@ -133,8 +132,7 @@ std::ostream& operator<<(std::ostream& output, const LmDoubleLinkedList& list) {
     return output << "]";
 }
 
-// --- Cursors
-// ------------------------------------------------------------------------------------------------
+// --- Cursors -------------------------------------------------------------------------------------
 
 Lm_DLListCursor::Lm_DLListCursor(LmDoubleLinkedList& list) : list_(&list) {
     if (list.count_ == 0) {

@@ -45,7 +45,7 @@ std::uint64_t lengthOf(const char* text) {
 
 } // namespace
 
-// --- Lifetime ---------------------------------------------------------------------------------------------
+// --- Lifetime ------------------------------------------------------------------------------------
 
 LmStr::LmStr(const char* text) {
     if (text != nullptr) {
@@ -80,8 +80,7 @@ void LmStr::freeRep() noexcept {
     std::free(rep);
 }
 
-// --- The shared text
-// ----------------------------------------------------------------------------------------
+// --- The shared text -----------------------------------------------------------------------------
 
 void LmStr::assignCopy(const char* text, std::uint64_t count) {
     rep = newRep(count);
@@ -117,8 +116,7 @@ void LmStr::openGap(std::uint64_t start, std::uint64_t oldCount, std::uint64_t n
     }
 }
 
-// --- Access
-// -------------------------------------------------------------------------------------------------
+// --- Access --------------------------------------------------------------------------------------
 
 char* LmStr::duplicate() const {
     const std::size_t size = static_cast<std::size_t>(length()) + 1;
@@ -144,8 +142,7 @@ std::ostream& operator<<(std::ostream& output, const LmStr& text) {
     return output.write(text.c_str(), text.length());
 }
 
-// --- Inserting and appending
-// --------------------------------------------------------------------------------
+// --- Inserting and appending ---------------------------------------------------------------------
 
 void LmStr::insertForeign(std::uint64_t i, const char* inserted, std::uint64_t n) {
     unshare();

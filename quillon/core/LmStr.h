@@ -56,7 +56,7 @@ public:
     /// moves the offset.
     LmStr& operator=(const char* text);
 
-    // --- Access -------------------------------------------------------------------------------------
+    // --- Access ----------------------------------------------------------------------------------
 
     /// Makes the string null. Null-safe, as are construction, assignment and destruction.
     void reset() {
@@ -81,7 +81,7 @@ public:
     /// Aborts the process unless the first NUL stands exactly at the end. Null-safe.
     void checkTerminator() const;
 
-    // --- Finding. `found` receives the index unless it is null --------------------------------------
+    // --- Finding. `found` receives the index unless it is null -----------------------------------
 
     bool find(const char* text, int* found = nullptr) const;
     bool find(const LmStr& text, int* found = nullptr) const;
@@ -96,7 +96,7 @@ public:
     /// The index of the first character from '0' to '9'.
     bool firstDigit(int* found = nullptr) const;
 
-    // --- Substrings: new values -----------------------------------------------------------------------
+    // --- Substrings: new values ------------------------------------------------------------------
 
     /// The last n characters, sharing the text; a new empty string for n of 0 or less.
     LmStr right(int n) const;
@@ -114,7 +114,7 @@ public:
     /// A copy without that range.
     LmStr without(int start, int count) const;
 
-    // --- Changing in place ------------------------------------------------------------------------------
+    // --- Changing in place -----------------------------------------------------------------------
 
     void toUpper();
     void toLower();
@@ -164,7 +164,7 @@ public:
     /// Removes the indentation that all lines with text have in common. Empty lines at the top vanish.
     void removeCommonIndent();
 
-    // --- Comparing ----------------------------------------------------------------------------------------
+    // --- Comparing -------------------------------------------------------------------------------
 
     /// `strcmp` of the texts.
     int compare(const char* text) const;
@@ -180,7 +180,7 @@ public:
     /// `compareNoCase` over the greater of the two lengths.
     int compareNoCaseWhole(const char* text) const;
 
-    // --- Numbers: true when the whole string was taken ------------------------------------------------
+    // --- Numbers: true when the whole string was taken -------------------------------------------
 
     /// `strtod`. Infinite and NaN results fail unless the flag is set. `out` is written in all cases.
     bool toDouble(double& out, bool allowNonFinite = false) const;
@@ -197,8 +197,7 @@ public:
     /// only if `errno` then holds ERANGE, and does not clear it first: callers see an earlier range error.
     bool parseIntPrefix(std::int64_t& out, int& consumed) const;
 
-    // --- Tokens and lines
-    // -----------------------------------------------------------------------------------
+    // --- Tokens and lines ------------------------------------------------------------------------
 
     /// The first run of characters that are no delimiters; null when there is none. Null-safe.
     LmStr firstToken(const char* delimiters) const;
@@ -215,7 +214,7 @@ public:
     /// The length of the identifier at the front: a letter or '_', then letters, digits and '_'; 0 if none.
     int identifierLength() const;
 
-    // --- Stream input --------------------------------------------------------------------------------------
+    // --- Stream input ----------------------------------------------------------------------------
 
     /// Takes the next word from the stream, as text extraction does. A stream that is not good after leading
     /// white space leaves the string as it is; the last word of a file does not count as a failure.
@@ -225,8 +224,7 @@ public:
     /// Takes at most `max` characters up to the delimiter, which stays in the stream.
     void readUntil(std::istream& input, int max, char delimiter);
 
-    // --- Names and layout
-    // ------------------------------------------------------------------------------------
+    // --- Names and layout ------------------------------------------------------------------------
 
     /// How many '/' characters end the string.
     int trailingSlashCount() const;

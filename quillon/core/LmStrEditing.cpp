@@ -8,8 +8,7 @@
 
 namespace quillon {
 
-// --- Length and filling
-// -------------------------------------------------------------------------------------
+// --- Length and filling --------------------------------------------------------------------------
 
 void LmStr::setLength(int n) {
     const int oldLength = length();
@@ -41,8 +40,7 @@ void LmStr::prependFill(int n, char c) {
     std::memset(text(), c, static_cast<std::size_t>(n));
 }
 
-// --- Single characters
-// --------------------------------------------------------------------------------------
+// --- Single characters ---------------------------------------------------------------------------
 
 void LmStr::setChar(int i, char c) {
     unshare();
@@ -59,8 +57,7 @@ void LmStr::toLower() {
     std::transform(text(), text() + length(), text(), lowerOf);
 }
 
-// --- Removing
-// -----------------------------------------------------------------------------------------------
+// --- Removing ------------------------------------------------------------------------------------
 
 void LmStr::remove(int start, int count) {
     const bool shared = existingRep().refCount > 1;
@@ -121,8 +118,7 @@ void LmStr::removeWhitespace() {
     setLength(static_cast<int>(end - text()));
 }
 
-// --- Replacing
-// ----------------------------------------------------------------------------------------------
+// --- Replacing -----------------------------------------------------------------------------------
 
 void LmStr::replaceRange(int start, int count, const char* replacement) {
     const LmStr kept(replacement);

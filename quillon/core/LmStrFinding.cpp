@@ -33,8 +33,7 @@ std::string_view viewOf(const char* text) {
 
 } // namespace
 
-// --- Finding
-// ------------------------------------------------------------------------------------------------
+// --- Finding -------------------------------------------------------------------------------------
 
 bool LmStr::find(const char* sought, int* found) const {
     return report(viewOf(*this).find(viewOf(sought)), found);
@@ -79,8 +78,7 @@ bool LmStr::firstDigit(int* found) const {
     return report(viewOf(*this).find_first_of("0123456789"), found);
 }
 
-// --- Substrings
-// ---------------------------------------------------------------------------------------------
+// --- Substrings ----------------------------------------------------------------------------------
 
 LmStr LmStr::right(int n) const {
     if (n <= 0) {
@@ -125,8 +123,7 @@ LmStr LmStr::without(int start, int count) const {
     return result;
 }
 
-// --- Comparing
-// ----------------------------------------------------------------------------------------------
+// --- Comparing -----------------------------------------------------------------------------------
 
 int LmStr::compare(const char* other) const {
     return std::strcmp(c_str(), viewOf(other).data());

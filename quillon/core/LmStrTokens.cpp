@@ -20,8 +20,7 @@ bool tookAll(const char* begin, const char* end) {
 
 } // namespace
 
-// --- Numbers
-// ------------------------------------------------------------------------------------------------
+// --- Numbers -------------------------------------------------------------------------------------
 
 bool LmStr::toDouble(double& out, bool allowNonFinite) const {
     char* end = nullptr;
@@ -80,8 +79,7 @@ bool LmStr::parseIntPrefix(std::int64_t& out, int& consumed) const {
     return errno != ERANGE;
 }
 
-// --- Tokens
-// -------------------------------------------------------------------------------------------------
+// --- Tokens --------------------------------------------------------------------------------------
 
 namespace {
 
@@ -156,8 +154,7 @@ int LmStr::identifierLength() const {
     return static_cast<int>(end - begin);
 }
 
-// --- Names with numbers
-// -------------------------------------------------------------------------------------
+// --- Names with numbers --------------------------------------------------------------------------
 
 int compareNatural(const LmStr& a, const LmStr& b) {
     if (a == b) {

@@ -10,8 +10,7 @@
 
 namespace quillon {
 
-// --- The waiting characters
-// ---------------------------------------------------------------------------------
+// --- The waiting characters ----------------------------------------------------------------------
 
 namespace {
 
@@ -91,7 +90,7 @@ std::size_t waitingCount(const ReadArea& area) {
 
 } // namespace
 
-// --- Numbers ---
+// --- Numbers -------------------------------------------------------------------------------------
 
 bool extractInt(std::istream& input, std::int32_t& value) {
     if (isReadyAndPlain(input)) {
@@ -130,8 +129,7 @@ float narrowed(double value) {
     return static_cast<float>(value);
 }
 
-// --- Characters and lines
-// -----------------------------------------------------------------------------------
+// --- Characters and lines ------------------------------------------------------------------------
 
 bool skipWhiteSpace(std::istream& input) {
     if (isReadyAndPlain(input)) {

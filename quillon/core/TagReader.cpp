@@ -265,8 +265,7 @@ private:
     const char* closing = nullptr;
 };
 
-// --- Items
-// --------------------------------------------------------------------------------------------------
+// --- Items ---------------------------------------------------------------------------------------
 
 std::string_view trimmedLeft(std::string_view text) {
     while (!text.empty() && isSpace(text.front())) {
@@ -451,8 +450,7 @@ bool looksLikeOption(const LmStr& text) {
     return *text.c_str() == '-' && !text.toFloat(nullptr);
 }
 
-// --- Loops over items
-// ---------------------------------------------------------------------------------------
+// --- Loops over items ----------------------------------------------------------------------------
 
 TaggedItems::TaggedItems(std::istream& input, LmStatus& status) : input(&input), status(status) {}
 

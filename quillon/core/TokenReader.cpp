@@ -22,8 +22,7 @@ LmStr readIdentifier(LmStr& text, LmStatus& status) {
     return identifier;
 }
 
-// --- Numbers
-// ------------------------------------------------------------------------------------------------
+// --- Numbers -------------------------------------------------------------------------------------
 
 namespace {
 
@@ -144,8 +143,7 @@ bool readVectorList(LmStr& text, LmDoubleLinkedList& list) {
     return true;
 }
 
-// --- Words
-// --------------------------------------------------------------------------------------------------
+// --- Words ---------------------------------------------------------------------------------------
 
 bool readDelimitedToken(LmStr& text, const char* delimiters, LmStr& out, LmStatus& status) {
     // A text that earlier calls have eaten up is null.
@@ -205,8 +203,7 @@ bool readQuoted(LmStr& text, char q, LmStr& out, LmStatus& status) {
     return expect(text, quote, status);
 }
 
-// --- Skipping
-// -----------------------------------------------------------------------------------------------
+// --- Skipping ------------------------------------------------------------------------------------
 
 void skipLine(LmStr& text) {
     int newline = 0;

@@ -30,8 +30,7 @@ public:
     /// Turns `tarvisMode` on, and makes "Tarvis" the product name of the process.
     void enableTarvisMode();
 
-    // --- Names of variables
-    // ---------------------------------------------------------------------------------
+    // --- Names of variables ----------------------------------------------------------------------
 
     /// The variable that names the base directory: KYM_DIR goes before DRENK_DIR when both have a value. The
     /// reverse of the order for the data directory; the programs that print these names depend on both.
@@ -41,8 +40,7 @@ public:
     const char* pluginsVariable() const;
     const char* materialLibVariable() const;
 
-    // --- Base directory
-    // -------------------------------------------------------------------------------------
+    // --- Base directory --------------------------------------------------------------------------
 
     /// The user's home directory, "/" without HOME.
     LmStr homeDir() const;
@@ -64,8 +62,7 @@ public:
     LmStr pluginDir();
     void setPluginDir(const LmStr& path);
 
-    // --- Data directory
-    // -------------------------------------------------------------------------------------
+    // --- Data directory --------------------------------------------------------------------------
 
     /// The active data directory. When there is none, "workspace/default" under the base directory becomes
     /// it, and the environment is told, so that programs started later see the same directory.

@@ -65,7 +65,7 @@ bool equalRecords(const LqVarLimits& a, const LqVarLimits& b) {
 
 } // namespace
 
-// --- LqVarLimits ------------------------------------------------------------------------------------------
+// --- LqVarLimits ---------------------------------------------------------------------------------
 
 bool LqVarLimits::hasUpperLimit() const {
     return (static_cast<std::uint32_t>(mode) & ~std::uint32_t{2}) == 1;
@@ -91,7 +91,7 @@ void LqVarLimits::switchLowerLimit(bool on) {
     }
 }
 
-// --- Life -------------------------------------------------------------------------------------------------
+// --- Life ----------------------------------------------------------------------------------------
 
 LqLimitsData::LqLimitsData(const LqLimitsData& other) {
     copyFrom(other);
@@ -138,7 +138,7 @@ void LqLimitsData::replaceAll(LmDoubleLinkedList& newVars, LmDoubleLinkedList& n
     includes.swap(newIncludes);
 }
 
-// --- Look-ups ---------------------------------------------------------------------------------------------
+// --- Look-ups ------------------------------------------------------------------------------------
 
 const LqVarLimits* LqLimitsData::findVar(std::int32_t id) const {
     for (const LqVarLimits* record : LmListView<const LqVarLimits>(vars)) {
@@ -189,7 +189,7 @@ bool LqLimitsData::equalEffective(const LqLimitsData& other) const {
     return mine == nullptr && theirs == nullptr;
 }
 
-// --- Editing ----------------------------------------------------------------------------------------------
+// --- Editing -------------------------------------------------------------------------------------
 
 LqVarLimits* LqLimitsData::insertVar(const LqVarLimits& record) {
     auto* const copy = new LqVarLimits(record);

@@ -61,7 +61,7 @@ public:
     LqLimitsData& operator=(const LqLimitsData& other);
     ~LqLimitsData();
 
-    // --- Look-ups -----------------------------------------------------------------------------------
+    // --- Look-ups --------------------------------------------------------------------------------
 
     /// The first record of that id, or null. A linear scan: for all variables of a problem use an index.
     LqVarLimits* findVar(std::int32_t id);
@@ -75,7 +75,7 @@ public:
     /// no weight has none and is passed over; a NaN is never equal. Includes are not compared.
     bool equalEffective(const LqLimitsData& other) const;
 
-    // --- Editing ------------------------------------------------------------------------------------
+    // --- Editing ---------------------------------------------------------------------------------
 
     /// Inserts a copy in front of the first record whose id is not below the new one, at the end if the id is
     /// above that of the last record, and returns it. A record of equal id stays, behind the new one.

@@ -157,7 +157,7 @@ const LqProblemDefData& existing(const LqProblemDefData* definition) {
 
 } // namespace
 
-// --- Life -------------------------------------------------------------------------------------------------
+// --- Life ----------------------------------------------------------------------------------------
 
 LqBodyDefData::LqBodyDefData(const LqBodyDefData& other) {
     copyFrom(other);
@@ -202,7 +202,7 @@ void LqBodyDefData::clearIncludes() {
     }
 }
 
-// --- Look-ups ---------------------------------------------------------------------------------------------
+// --- Look-ups ------------------------------------------------------------------------------------
 
 std::span<LqBDBody* const> LqBodyDefData::storedBodies() const {
     return storedIn(bodies);
@@ -300,7 +300,7 @@ bool LqBodyDefData::equals(const LqBodyDefData& other) const {
            equalIncludes(includes, other.includes);
 }
 
-// --- Editing ----------------------------------------------------------------------------------------------
+// --- Editing -------------------------------------------------------------------------------------
 
 void LqBodyDefData::addBody(const LqBDBody& body) {
     // Null slots stand only behind the bodies, so those of a read that ended early make room.

@@ -48,7 +48,7 @@ public:
     LqBodyDefData& operator=(const LqBodyDefData& other);
     ~LqBodyDefData();
 
-    // --- Look-ups -----------------------------------------------------------------------------------
+    // --- Look-ups --------------------------------------------------------------------------------
 
     /// The bodies in front of the first null slot, in file order.
     std::span<LqBDBody* const> storedBodies() const;
@@ -82,7 +82,7 @@ public:
     /// less than 0.0005, all else exactly. Camera count and global direction markers are not compared.
     bool equals(const LqBodyDefData& other) const;
 
-    // --- Editing ------------------------------------------------------------------------------------
+    // --- Editing ---------------------------------------------------------------------------------
 
     /// Frees the records and the includes; `cameraCount` and `problemDef` stay.
     void clear();

@@ -135,7 +135,8 @@ TEST(LmArray, AppendingCopyConstructsOneElement) {
         array.append(value);
         EXPECT_EQ(array[0].value, 5);
         const std::vector<std::string> notes = Watched::takeNotes();
-        EXPECT_EQ(std::count(notes.begin(), notes.end(), "copy 5"), std::count(notes.begin(), notes.end(), "destroy 5") + 1)
+        EXPECT_EQ(std::count(notes.begin(), notes.end(), "copy 5"),
+                  std::count(notes.begin(), notes.end(), "destroy 5") + 1)
             << "a copy in between is allowed";
         EXPECT_EQ(std::count(notes.begin(), notes.end(), "assign 5"), 0);
         EXPECT_EQ(std::count(notes.begin(), notes.end(), "default 0"), 0);
@@ -227,7 +228,8 @@ TEST(LmArray, InsertsCopiesOfAValue) {
         int position;
         int count;
         std::vector<int> result;
-    } cases[] = {{0, 2, {9, 9, 1, 2, 3}}, {1, 1, {1, 9, 2, 3}}, {3, 3, {1, 2, 3, 9, 9, 9}}, {2, 0, {1, 2, 3}}};
+    } cases[] = {
+        {0, 2, {9, 9, 1, 2, 3}}, {1, 1, {1, 9, 2, 3}}, {3, 3, {1, 2, 3, 9, 9, 9}}, {2, 0, {1, 2, 3}}};
     for (const auto& each : cases) {
         LmDArray<int> array = numbersUpTo(3);
         array.insert(each.position, each.count, 9);
@@ -260,8 +262,8 @@ TEST(LmArray, AssignmentTakesLengthAndElements) {
 }
 
 TEST(LmArray, AssignmentOfOwningElementsLeaksNothing) {
-    const std::vector<LmDArray<LmStr>> sources{strings({}), strings({"one"}), strings({"one", "two", "three"}),
-                                               strings({"1", "2", "3", "4", "5"})};
+    const std::vector<LmDArray<LmStr>> sources{
+        strings({}), strings({"one"}), strings({"one", "two", "three"}), strings({"1", "2", "3", "4", "5"})};
     for (const LmDArray<LmStr>& first : sources) {
         for (const LmDArray<LmStr>& second : sources) {
             LmDArray<LmStr> target(first);
@@ -308,10 +310,11 @@ TEST(LmArray, ACopyIsElementwise) {
     EXPECT_STREQ(fixedCopy[0].c_str(), "a");
 }
 
-// --- Refusals -----------------------------------------------------------------------------------------
+// --- Refusals ------------------------------------------------------------------------------------
 
 std::string refusal(const std::string& count, const std::string& size) {
-    return "\nUnable to allocate memory!\nAttempted to allocate " + count + " elements, total size: " + size + ".\n\n";
+    return "\nUnable to allocate memory!\nAttempted to allocate " + count + " elements, total size: " + size +
+           ".\n\n";
 }
 
 void expectRefusal(const ChildResult& result, const std::string& count, const std::string& size) {
@@ -328,7 +331,8 @@ TEST(LmArrayRefusal, OfANegativeLength) {
 
 TEST(LmArrayRefusal, OfALengthBeyondThirtyTwoBits) {
     expectRefusal(runFunction([] { LmDArray<int>().setLength(4294967296); }), "4294967296", "17179869184");
-    expectRefusal(runFunction([] { LmDArray<char>().setLengthZeroed(2147483648); }), "2147483648", "2147483648");
+    expectRefusal(runFunction([] { LmDArray<char>().setLengthZeroed(2147483648); }), "2147483648",
+                  "2147483648");
 }
 
 #ifndef QUILLON_ADDRESS_SANITIZER

@@ -72,7 +72,7 @@ protected:
     LmDoubleLinkedList list;
 };
 
-// --- The list -----------------------------------------------------------------------------------------
+// --- The list ------------------------------------------------------------------------------------
 
 TEST(LmDoubleLinkedList, IsEmptyAtFirst) {
     const LmDoubleLinkedList list;
@@ -114,8 +114,8 @@ TEST(LmDoubleLinkedList, AMissingElementIsARemarkAndNull) {
             }
         });
         EXPECT_EQ(result.outcome, "0");
-        EXPECT_EQ(result.out,
-                  "LmDoubleLinkedList::operator [] (int) : element " + std::to_string(index) + " not found!\n");
+        EXPECT_EQ(result.out, "LmDoubleLinkedList::operator [] (int) : element " + std::to_string(index) +
+                                  " not found!\n");
         EXPECT_EQ(result.err, "");
     }
 }
@@ -195,7 +195,7 @@ TEST_F(ListTest, SwapsWithAnother) {
     EXPECT_THAT(liveIn(empty), ElementsAre(9));
 }
 
-// --- Walking ------------------------------------------------------------------------------------------
+// --- Walking -------------------------------------------------------------------------------------
 
 TEST(Cursor, OnAnEmptyListIsAtTheEnd) {
     LmDoubleLinkedList list;
@@ -298,7 +298,7 @@ TEST_F(ListTest, CursorsAreEqualOnOneNodeOrAtTheEnd) {
     EXPECT_TRUE(a == LmDLListCursor(other)) << "all ends are equal";
 }
 
-// --- Data ---------------------------------------------------------------------------------------------
+// --- Data ----------------------------------------------------------------------------------------
 
 TEST_F(ListTest, CursorsSetAndSwapData) {
     LmDLListCursor a(list);
@@ -351,7 +351,7 @@ TEST(Cursor, InsertsIntoAnEmptyList) {
     EXPECT_THAT(liveIn(list), ElementsAre(0, 1, 2));
 }
 
-// --- Removal under a cursor ---------------------------------------------------------------------------
+// --- Removal under a cursor ----------------------------------------------------------------------
 
 TEST_F(ListTest, ANodeGoesWhenItsLastCursorLeaves) {
     LmDLListCursor a(list);
@@ -506,7 +506,7 @@ TEST(LmDoubleLinkedList, WithOnlyADeletedNodeIsEmptyAndMayGrow) {
     }
 }
 
-// --- Ends of the process ------------------------------------------------------------------------------
+// --- Ends of the process -------------------------------------------------------------------------
 
 TEST_F(ListTest, DataOfADeletedNodeAbortsWithARemark) {
     const struct {
@@ -516,7 +516,8 @@ TEST_F(ListTest, DataOfADeletedNodeAbortsWithARemark) {
         {"data", [](LmDLListCursor& onDeleted, LmDLListCursor&) { onDeleted.data(); }},
         {"remove", [](LmDLListCursor& onDeleted, LmDLListCursor&) { onDeleted.remove(); }},
         {"swapData", [](LmDLListCursor& onDeleted, LmDLListCursor& onLive) { onDeleted.swapData(onLive); }},
-        {"swapData with", [](LmDLListCursor& onDeleted, LmDLListCursor& onLive) { onLive.swapData(onDeleted); }},
+        {"swapData with",
+         [](LmDLListCursor& onDeleted, LmDLListCursor& onLive) { onLive.swapData(onDeleted); }},
     };
     for (const auto& each : cases) {
         const ChildResult result = runFunction([this, &each] {

@@ -46,7 +46,7 @@ std::string patternOf(std::size_t count) {
     return text;
 }
 
-// --- Writing ------------------------------------------------------------------------------------------
+// --- Writing -------------------------------------------------------------------------------------
 
 TEST(LmOSStream, IsAnOutputStreamOnABlockOf1024Bytes) {
     LmOSStream output;
@@ -212,9 +212,12 @@ TEST(LmSStreamBuf, DumpsWhatTheWriteAreaHolds) {
     const struct {
         std::size_t written;
         std::string dump;
-    } cases[] = {{0, ""}, {3, patternOf(3)}, {1024, patternOf(1024)},
+    } cases[] = {{0, ""},
+                 {3, patternOf(3)},
+                 {1024, patternOf(1024)},
                  // A growth moves the start of the write area behind the character that caused it.
-                 {1025, ""}, {1030, patternOf(1030).substr(1025)}};
+                 {1025, ""},
+                 {1030, patternOf(1030).substr(1025)}};
     for (const auto& each : cases) {
         const ChildResult result = runFunction([&each] {
             LmOSStream output;
@@ -234,7 +237,7 @@ TEST(LmSStreamBuf, DumpsWhatTheWriteAreaHolds) {
     EXPECT_EQ(afterStr.err, "Buffer is 'abc'\n");
 }
 
-// --- Reading ------------------------------------------------------------------------------------------
+// --- Reading -------------------------------------------------------------------------------------
 
 TEST(LmISStream, ReadsTheTextWithoutCopyingIt) {
     char text[] = "12 word";
@@ -283,7 +286,7 @@ TEST(LmISStream, HasNoBlock) {
     EXPECT_EQ(input.get(), 'a') << "presetting does nothing without a block";
 }
 
-// --- Ends of the process ------------------------------------------------------------------------------
+// --- Ends of the process -------------------------------------------------------------------------
 
 TEST(LmSStreamAbort, WritingWithoutABlockAborts) {
     const ChildResult result = runFunction([] {

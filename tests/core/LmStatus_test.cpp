@@ -64,7 +64,7 @@ std::string wrappedText(const LmStatusEntry& entry, int wrapMode) {
     return output.str();
 }
 
-// --- The chain ----------------------------------------------------------------------------------------
+// --- The chain -----------------------------------------------------------------------------------
 
 TEST(LmStatus, IsEmptyAtFirst) {
     const LmStatus status;
@@ -80,7 +80,8 @@ TEST(LmStatus, PushesInFront) {
     status.pushError(LmStr("general"));
     status.pushWarningf("remark %s", "two");
     status.pushWarning(LmStr("last"));
-    EXPECT_THAT(chainOf(status), ElementsAre(warning("last"), warning("remark two"), error("general"), error("cause 1")));
+    EXPECT_THAT(chainOf(status),
+                ElementsAre(warning("last"), warning("remark two"), error("general"), error("cause 1")));
     EXPECT_TRUE(status.hasEntries());
     EXPECT_EQ(status.headKind(), 1);
     status.clear();
@@ -185,7 +186,7 @@ TEST(LmStatus, AMillionEntriesAreFreed) {
     EXPECT_TRUE(copy.hasEntries());
 }
 
-// --- Copies -------------------------------------------------------------------------------------------
+// --- Copies --------------------------------------------------------------------------------------
 
 TEST(LmStatusCopy, IsDeepAndSharesTheTexts) {
     const StatusChain chain{error("general"), warning("odd"), error("cause")};
@@ -244,7 +245,7 @@ TEST(LmStatusCopy, AnEntryMayBeAssignedItsOwnTail) {
     EXPECT_STREQ(entry.next()->message().c_str(), "z");
 }
 
-// --- Printing -----------------------------------------------------------------------------------------
+// --- Printing ------------------------------------------------------------------------------------
 
 TEST(LmStatusPrinting, OfAnEmptyChainIsNothingAndGivesZero) {
     LmStatus status;
@@ -259,9 +260,11 @@ TEST(LmStatusPrinting, TheLabelAndTheResultFollowTheHead) {
         {{error("Bad.")}, {"\n\nERROR: Bad.\n\n", 1}},
         {{warning("Odd.")}, {"\n\nWARNING: Odd.\n\n", 0}},
         {{error("File is not a valid problem specification file."), error("Invalid datafile type.")},
-         {"\n\nERROR: File is not a valid problem specification file.\n       Invalid datafile type.\n\n", 1}},
+         {"\n\nERROR: File is not a valid problem specification file.\n       Invalid datafile type.\n\n",
+          1}},
         {{warning("Odd."), error("Bad.")}, {"\n\nWARNING: Odd.\n         Bad.\n\n", 0}},
-        {{error("Bad."), warning("Odd."), error("Cause.")}, {"\n\nERROR: Bad.\n       Odd.\n       Cause.\n\n", 1}},
+        {{error("Bad."), warning("Odd."), error("Cause.")},
+         {"\n\nERROR: Bad.\n       Odd.\n       Cause.\n\n", 1}},
         {{error("")}, {"\n\nERROR: \n\n", 1}},
         {{warning(""), warning("")}, {"\n\nWARNING: \n         \n\n", 0}},
     };
@@ -297,11 +300,12 @@ TEST(LmStatusPrinting, LongMessagesBreakAtSeventyColumns) {
     LmStatus fits = statusOf({error(seventy)});
     EXPECT_EQ(printed(fits), (Printed{"\n\nERROR: " + seventy + "\n\n", 1}));
     LmStatus breaks = statusOf({error(seventyOne)});
-    EXPECT_EQ(printed(breaks),
-              (Printed{"\n\nERROR: " + std::string(60, 'x') + "\n       " + std::string(10, 'y') + "\n\n", 1}));
+    EXPECT_EQ(
+        printed(breaks),
+        (Printed{"\n\nERROR: " + std::string(60, 'x') + "\n       " + std::string(10, 'y') + "\n\n", 1}));
     LmStatus older = statusOf({warning("General."), error(seventyOne)});
-    EXPECT_EQ(printed(older), (Printed{"\n\nWARNING: General.\n         " + std::string(60, 'x') + "\n         " +
-                                           std::string(10, 'y') + "\n\n",
+    EXPECT_EQ(printed(older), (Printed{"\n\nWARNING: General.\n         " + std::string(60, 'x') +
+                                           "\n         " + std::string(10, 'y') + "\n\n",
                                        0}));
     const std::string path(100, 'p');
     LmStatus unbroken = statusOf({error(path)});
@@ -312,8 +316,8 @@ TEST(LmStatusPrinting, AnEntryPrintsItselfAndTheOlderOnesUnderItsOwnLabel) {
     const std::string longText = std::string(60, 'x') + " " + std::string(20, 'y');
     const LmStatus status = statusOf({error("newest"), warning(longText + "\nnext"), error("oldest")});
     const LmStatusEntry& entry = *status.head()->next();
-    const std::string wrapped = "\n\nWARNING: " + std::string(60, 'x') + "\n         " + std::string(20, 'y') +
-                                "\n         next\n         oldest\n\n";
+    const std::string wrapped = "\n\nWARNING: " + std::string(60, 'x') + "\n         " +
+                                std::string(20, 'y') + "\n         next\n         oldest\n\n";
     EXPECT_EQ(wrappedText(entry, 0), wrapped);
     EXPECT_EQ(wrappedText(entry, 1), "\n\nWARNING: " + longText + "\n         next\n         oldest\n\n");
     EXPECT_STREQ(entry.toText().c_str(), wrapped.c_str());
@@ -348,7 +352,7 @@ TEST(LmStatusPrinting, OnStandardError) {
     EXPECT_EQ(result.err, "\n\nERROR: Bad.\n\n\n\nWARNING: Odd.\n\n");
 }
 
-// --- The current status -------------------------------------------------------------------------------
+// --- The current status --------------------------------------------------------------------------
 
 TEST(CurrentStatus, HasTheSameOperations) {
     const CleanStatus clean;
@@ -395,7 +399,7 @@ TEST(CurrentStatus, FinishingPutsTheSentenceOnAnErrorOnly) {
     }
 }
 
-// --- Abort on error -----------------------------------------------------------------------------------
+// --- Abort on error ------------------------------------------------------------------------------
 
 TEST(AbortOnError, EveryPushOfAnErrorAborts) {
     const struct {
@@ -452,7 +456,7 @@ TEST(AbortOnError, TheEntryIsLinkedBefore) {
     EXPECT_EQ(result.err, "\n\nERROR: the error\n       before\n\n");
 }
 
-// --- The cancel hook ----------------------------------------------------------------------------------
+// --- The cancel hook -----------------------------------------------------------------------------
 
 struct Hook {
     int answer = 0;
@@ -470,14 +474,15 @@ TEST(CancelHook, TheLowByteOfTheAnswerDecides) {
     const struct {
         int answer;
         bool canceled;
-    } cases[] = {{0, false}, {1, true}, {-1, true}, {256, false}, {257, true}, {-256, false}, {65536, false},
-                 {128, true}, {511, true}};
+    } cases[] = {{0, false},    {1, true},      {-1, true},  {256, false}, {257, true},
+                 {-256, false}, {65536, false}, {128, true}, {511, true}};
     for (const auto& each : cases) {
         Hook hook{each.answer, 0};
         setCancelHook(answerOf, &hook);
         EXPECT_EQ(checkCanceled(), each.canceled ? each.answer : 0) << each.answer;
         EXPECT_EQ(hook.calls, 1);
-        EXPECT_EQ(takeChain(), each.canceled ? StatusChain{error("Canceled.")} : StatusChain{}) << each.answer;
+        EXPECT_EQ(takeChain(), each.canceled ? StatusChain{error("Canceled.")} : StatusChain{})
+            << each.answer;
     }
     setCancelHook(nullptr, nullptr);
     EXPECT_EQ(checkCanceled(), 0);

@@ -51,8 +51,9 @@ TEST(LmStrOrder, IsThatOfStrcmp) {
         const char* a;
         const char* b;
         int sign;
-    } cases[] = {{"abc", "abc", 0}, {"abc", "abd", -1}, {"abd", "abc", 1}, {"ab", "abc", -1}, {"abc", "ab", 1},
-                 {"", "", 0},       {"", "a", -1},      {"Z", "a", -1},    {"a", "\xE9", -1}, {"\xFF", "z", 1}};
+    } cases[] = {{"abc", "abc", 0}, {"abc", "abd", -1}, {"abd", "abc", 1}, {"ab", "abc", -1},
+                 {"abc", "ab", 1},  {"", "", 0},        {"", "a", -1},     {"Z", "a", -1},
+                 {"a", "\xE9", -1}, {"\xFF", "z", 1}};
     for (const auto& [first, second, sign] : cases) {
         forEachForm(first, [second = second, sign = sign](LmStr& a) {
             const LmStr b(second);
@@ -64,7 +65,7 @@ TEST(LmStrOrder, IsThatOfStrcmp) {
             EXPECT_EQ(a <= second, sign <= 0);
             EXPECT_EQ(a > second, sign > 0);
             EXPECT_EQ(a >= second, sign >= 0);
-            EXPECT_EQ(second < a, sign > 0);
+            EXPECT_EQ(second<a, sign> 0);
             EXPECT_EQ(second <= a, sign >= 0);
             EXPECT_EQ(second > a, sign < 0);
             EXPECT_EQ(second >= a, sign <= 0);
@@ -117,12 +118,27 @@ TEST(LmStrComparing, WithoutRegardToCase) {
         int n;
         int result;
     } cases[] = {
-        {"abc", "ABC", 3, 0},   {"abc", "ABC", 100, 0}, {"abc", "abx", 2, 0},    {"abc", "abx", 3, -1},
-        {"ABX", "abc", 3, 1},   {"abc", "xyz", 0, 0},   {"abc", "xyz", -1, 0},   {"", "", 1, 0},
-        {"", "abc", 1, -1},     {"abc", "", 1, 1},      {"", "abc", 0, 0},       {"ab", "ABC", 3, -1},
-        {"ab", "ABC", 2, 0},    {"ABC", "ab", 3, 1},    {"ABC", "ab", 2, 0},     {"ab", "AB", 3, 0},
+        {"abc", "ABC", 3, 0},
+        {"abc", "ABC", 100, 0},
+        {"abc", "abx", 2, 0},
+        {"abc", "abx", 3, -1},
+        {"ABX", "abc", 3, 1},
+        {"abc", "xyz", 0, 0},
+        {"abc", "xyz", -1, 0},
+        {"", "", 1, 0},
+        {"", "abc", 1, -1},
+        {"abc", "", 1, 1},
+        {"", "abc", 0, 0},
+        {"ab", "ABC", 3, -1},
+        {"ab", "ABC", 2, 0},
+        {"ABC", "ab", 3, 1},
+        {"ABC", "ab", 2, 0},
+        {"ab", "AB", 3, 0},
         // Letters are compared in upper case, so what lies between the cases comes behind them.
-        {"_", "a", 1, 1},       {"a", "_", 1, -1},      {"[", "z", 1, 1},        {"@", "a", 1, -1},
+        {"_", "a", 1, 1},
+        {"a", "_", 1, -1},
+        {"[", "z", 1, 1},
+        {"@", "a", 1, -1},
         {"\xE9", "\xE9", 1, 0},
     };
     for (const auto& [first, second, n, result] : cases) {
@@ -158,12 +174,12 @@ TEST(LmStrComparing, NaturallyByTheNumbersInNames) {
         const char* b;
         int sign;
     } cases[] = {
-        {"Arm2", "Arm10", -1},   {"Arm10", "Arm2", 1},    {"Arm2", "Arm2", 0},      {"Arm", "Arm2", -1},
-        {"Arm02", "Arm2", 0},    {"Arm02x", "Arm2x", 0},  {"Arm02x", "Arm2y", -1},  {"a1b2", "a1b10", -1},
-        {"a1b02c", "a1b2", 1},   {"a1b02", "a1b2c", -1},  {"a10", "b2", -1},        {"b2", "a10", 1},
-        {"ab1", "a1", 1},        {"a1", "ab1", -1},       {"Leg", "Arm", 1},        {"", "", 0},
-        {"", "a", -1},           {"1", "2", -1},          {"10", "9", 1},           {"x1y", "x1z", -1},
-        {"x1y2", "x1yy2", -1},   {"a1-2", "a1-10", -1},   {"a007b9", "a7b10", -1},
+        {"Arm2", "Arm10", -1}, {"Arm10", "Arm2", 1},   {"Arm2", "Arm2", 0},     {"Arm", "Arm2", -1},
+        {"Arm02", "Arm2", 0},  {"Arm02x", "Arm2x", 0}, {"Arm02x", "Arm2y", -1}, {"a1b2", "a1b10", -1},
+        {"a1b02c", "a1b2", 1}, {"a1b02", "a1b2c", -1}, {"a10", "b2", -1},       {"b2", "a10", 1},
+        {"ab1", "a1", 1},      {"a1", "ab1", -1},      {"Leg", "Arm", 1},       {"", "", 0},
+        {"", "a", -1},         {"1", "2", -1},         {"10", "9", 1},          {"x1y", "x1z", -1},
+        {"x1y2", "x1yy2", -1}, {"a1-2", "a1-10", -1},  {"a007b9", "a7b10", -1},
     };
     for (const auto& [first, second, sign] : cases) {
         SCOPED_TRACE(testing::Message() << second);
@@ -192,7 +208,7 @@ TEST(LmStrComparing, NaturalOrderOfNumbersOutOfRangeIsThatOfTheirText) {
     errno = 0;
 }
 
-// --- Numbers ------------------------------------------------------------------------------------------
+// --- Numbers -------------------------------------------------------------------------------------
 
 TEST(LmStrNumbers, ToDoubleTakesTheWholeStringOrFails) {
     const struct {
@@ -200,10 +216,10 @@ TEST(LmStrNumbers, ToDoubleTakesTheWholeStringOrFails) {
         bool taken;
         double value;
     } cases[] = {
-        {"1.5", true, 1.5},     {"-2e3", true, -2000.0}, {"  7", true, 7.0},  {"\t\n-.5", true, -0.5},
-        {"+5.", true, 5.0},     {"0x10", true, 16.0},    {"1.5x", false, 1.5}, {"1.5 ", false, 1.5},
-        {"", false, 0.0},       {"  ", false, 0.0},      {"x", false, 0.0},    {".", false, 0.0},
-        {"1e", false, 1.0},     {"1e+", false, 1.0},     {"1,5", false, 1.0},  {"--1", false, 0.0},
+        {"1.5", true, 1.5}, {"-2e3", true, -2000.0}, {"  7", true, 7.0},   {"\t\n-.5", true, -0.5},
+        {"+5.", true, 5.0}, {"0x10", true, 16.0},    {"1.5x", false, 1.5}, {"1.5 ", false, 1.5},
+        {"", false, 0.0},   {"  ", false, 0.0},      {"x", false, 0.0},    {".", false, 0.0},
+        {"1e", false, 1.0}, {"1e+", false, 1.0},     {"1,5", false, 1.0},  {"--1", false, 0.0},
     };
     for (const auto& [source, taken, value] : cases) {
         forEachForm(source, [taken = taken, value = value](LmStr& text) {
@@ -260,9 +276,22 @@ TEST(LmStrNumbers, IntegersAreDecimal) {
         bool taken;
         std::int64_t value;
     } cases[] = {
-        {"0", true, 0},     {"42", true, 42},   {"-5", true, -5}, {"+5", true, 5}, {"  7", true, 7}, {"010", true, 10},
-        {"-0012", true, -12}, {"0x10", false, 0}, {"5 ", false, 0}, {"", false, 0},  {" ", false, 0},  {"1.5", false, 0},
-        {"x", false, 0},    {"- 5", false, 0},  {"2147483647", true, 2147483647}, {"-2147483648", true, -2147483648LL},
+        {"0", true, 0},
+        {"42", true, 42},
+        {"-5", true, -5},
+        {"+5", true, 5},
+        {"  7", true, 7},
+        {"010", true, 10},
+        {"-0012", true, -12},
+        {"0x10", false, 0},
+        {"5 ", false, 0},
+        {"", false, 0},
+        {" ", false, 0},
+        {"1.5", false, 0},
+        {"x", false, 0},
+        {"- 5", false, 0},
+        {"2147483647", true, 2147483647},
+        {"-2147483648", true, -2147483648LL},
     };
     for (const auto& [source, taken, value] : cases) {
         forEachForm(source, [taken = taken, value = value](LmStr& text) {
@@ -297,9 +326,17 @@ TEST(LmStrNumbers, ToHexIsBaseSixteenIntoThirtyTwoBits) {
         const char* text;
         bool taken;
         std::int32_t value;
-    } cases[] = {{"ff", true, 255},       {"0xFF", true, 255},      {"-1", true, -1},     {"10", true, 16},
-                 {"ffffffff", true, -1},  {"1ffffffff", true, -1},  {"80000000", true, std::numeric_limits<int>::min()},
-                 {"g", false, 0},         {"fg", false, 0},         {"", false, 0},       {"0x", false, 0}};
+    } cases[] = {{"ff", true, 255},
+                 {"0xFF", true, 255},
+                 {"-1", true, -1},
+                 {"10", true, 16},
+                 {"ffffffff", true, -1},
+                 {"1ffffffff", true, -1},
+                 {"80000000", true, std::numeric_limits<int>::min()},
+                 {"g", false, 0},
+                 {"fg", false, 0},
+                 {"", false, 0},
+                 {"0x", false, 0}};
     for (const auto& [source, taken, value] : cases) {
         forEachForm(source, [taken = taken, value = value](LmStr& text) {
             std::int32_t out = -77;
@@ -326,8 +363,8 @@ TEST(LmStrNumbers, ToBoolKnowsEightTexts) {
             EXPECT_FALSE(out);
         });
     }
-    for (const char* source : {"", "2", "-1", "01", "00", "10", "true ", " true", "ONE", "O", "Y", "N", "T", "tru", "truex",
-                               "yess", "NOT", "OF", "OFFF", "fals", "1 "}) {
+    for (const char* source : {"",  "2", "-1",  "01",    "00",   "10",  "true ", " true", "ONE",  "O", "Y",
+                               "N", "T", "tru", "truex", "yess", "NOT", "OF",    "OFFF",  "fals", "1 "}) {
         for (const bool before : {false, true}) {
             forEachForm(source, [before](LmStr& text) {
                 bool out = before;
@@ -343,7 +380,12 @@ TEST(LmStrNumbers, ParseIntPrefixTakesWhatIsThere) {
         const char* text;
         std::int64_t value;
         int consumed;
-    } cases[] = {{"12abc", 12, 2}, {"  7 ", 7, 3}, {"-5-", -5, 2}, {"abc", 0, 0}, {"", 0, 0}, {"007", 7, 3},
+    } cases[] = {{"12abc", 12, 2},
+                 {"  7 ", 7, 3},
+                 {"-5-", -5, 2},
+                 {"abc", 0, 0},
+                 {"", 0, 0},
+                 {"007", 7, 3},
                  {"9223372036854775807", std::numeric_limits<std::int64_t>::max(), 19}};
     for (const auto& [source, value, consumed] : cases) {
         forEachForm(source, [value = value, consumed = consumed](LmStr& text) {

@@ -29,7 +29,7 @@ std::string restOf(std::istream& input) {
     return std::string(std::istreambuf_iterator<char>(input), {});
 }
 
-// --- Words --------------------------------------------------------------------------------------------
+// --- Words ---------------------------------------------------------------------------------------
 
 TEST(LmStrReadWord, SkipsWhiteSpaceAndPutsBackWhatFollows) {
     std::istringstream input(" \t\n\v\f\r one\ttwo");
@@ -100,7 +100,7 @@ TEST(LmStrReadWord, HighBytesBelongToTheWord) {
     EXPECT_STREQ(word.c_str(), "\xA0\x85\xFF");
 }
 
-// --- Lines --------------------------------------------------------------------------------------------
+// --- Lines ---------------------------------------------------------------------------------------
 
 /// All lines of a text, up to the null string that shows the end.
 std::vector<std::string> linesOf(const std::string& source) {
@@ -150,7 +150,8 @@ TEST(LmStrReadLine, OfAnyLength) {
 }
 
 TEST(LmStrReadLine, AReturnRightBehindAFullChunkEndsTheLine) {
-    // Lines are taken in chunks of 255 characters, and what follows a chunk ends the line when it is CR or LF.
+    // Lines are taken in chunks of 255 characters, and what follows a chunk ends the line when it is CR or
+    // LF.
     for (const std::size_t length : {255U, 510U}) {
         const std::string line = repeated(length, 'x');
         EXPECT_THAT(linesOf(line + "\r\nnext\n"), ElementsAre(line, "", "next"));
@@ -162,7 +163,8 @@ TEST(LmStrReadLine, AReturnAtTheEndOfAFullChunkVanishes) {
     const std::string chunk = repeated(254, 'x');
     EXPECT_THAT(linesOf(chunk + "\rtail\n"), ElementsAre(chunk + "tail"));
     EXPECT_THAT(linesOf(chunk + "\r\nnext"), ElementsAre(chunk, "next"));
-    EXPECT_THAT(linesOf(repeated(255, 'y') + chunk + "\rtail\n"), ElementsAre(repeated(255, 'y') + chunk + "tail"));
+    EXPECT_THAT(linesOf(repeated(255, 'y') + chunk + "\rtail\n"),
+                ElementsAre(repeated(255, 'y') + chunk + "tail"));
 }
 
 TEST(LmStrReadLine, AtTheEndIsNullAndTheStreamStaysAtItsEnd) {
@@ -200,7 +202,7 @@ TEST(LmStrReadLine, LeavesCopiesOfTheOldText) {
     EXPECT_STREQ(line.c_str(), "second");
 }
 
-// --- Up to a delimiter --------------------------------------------------------------------------------
+// --- Up to a delimiter ---------------------------------------------------------------------------
 
 TEST(LmStrReadUntil, StopsAtTheDelimiterOrTheCount) {
     const struct {
@@ -208,8 +210,9 @@ TEST(LmStrReadUntil, StopsAtTheDelimiterOrTheCount) {
         int max;
         const char* text;
         const char* rest;
-    } cases[] = {{"abc;def", 10, "abc", ";def"}, {"abc;def", 3, "abc", ";def"}, {"abc;def", 2, "ab", "c;def"},
-                 {"a b\nc;d", 10, "a b\nc", ";d"}, {"abc", 10, "abc", ""},      {"abc", 1, "a", "bc"}};
+    } cases[] = {{"abc;def", 10, "abc", ";def"}, {"abc;def", 3, "abc", ";def"},
+                 {"abc;def", 2, "ab", "c;def"},  {"a b\nc;d", 10, "a b\nc", ";d"},
+                 {"abc", 10, "abc", ""},         {"abc", 1, "a", "bc"}};
     for (const auto& each : cases) {
         std::istringstream input(each.source);
         LmStr text("old");

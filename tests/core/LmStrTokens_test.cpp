@@ -86,9 +86,10 @@ TEST(LmStrTokens, PopLineDividesAtTheFirstNewline) {
         const char* source;
         Text line;
         Text rest;
-    } cases[] = {{"a\nb\nc", "a", "b\nc"}, {"a\n", "a", ""},    {"a", "a", null},        {"", "", null},
-                 {"\n", "", ""},           {"\na", "", "a"},    {"\n\n", "", "\n"},      {"a\r\nb", "a\r", "b"},
-                 {"a\rb", "a\rb", null},   {" a \n b", " a ", " b"}};
+    } cases[] = {{"a\nb\nc", "a", "b\nc"}, {"a\n", "a", ""},       {"a", "a", null},
+                 {"", "", null},           {"\n", "", ""},         {"\na", "", "a"},
+                 {"\n\n", "", "\n"},       {"a\r\nb", "a\r", "b"}, {"a\rb", "a\rb", null},
+                 {" a \n b", " a ", " b"}};
     for (const auto& each : cases) {
         forEachForm(each.source, [&each](LmStr& text) {
             EXPECT_EQ(held(text.popLine()), each.line);
@@ -132,8 +133,9 @@ TEST(LmStrTokens, IdentifiersBeginWithALetterOrUnderscore) {
     const struct {
         const char* source;
         int length;
-    } cases[] = {{"foo_1 bar", 5}, {"_", 1},  {"_9z", 3}, {"1foo", 0}, {"", 0}, {" a", 0}, {"a-b", 1}, {"Z9_a", 4},
-                 {"\xE9t\xE9", 0}, {"et\xE9", 2}, {"a.b", 1}, {"-a", 0}, {"@", 0}, {"[", 0}, {"a[", 1}, {"z{", 1}};
+    } cases[] = {{"foo_1 bar", 5}, {"_", 1},    {"_9z", 3},       {"1foo", 0},   {"", 0},    {" a", 0},
+                 {"a-b", 1},       {"Z9_a", 4}, {"\xE9t\xE9", 0}, {"et\xE9", 2}, {"a.b", 1}, {"-a", 0},
+                 {"@", 0},         {"[", 0},    {"a[", 1},        {"z{", 1}};
     for (const auto& each : cases) {
         forEachForm(each.source, [&each](LmStr& text) { EXPECT_EQ(text.identifierLength(), each.length); });
     }
@@ -145,11 +147,22 @@ TEST(LmStrNames, TrailingNumberIsSplitOff) {
         const char* stem;
         std::int64_t number;
         const char* next;
-    } cases[] = {{"Arm", "Arm", 1, "Arm2"},   {"Arm2", "Arm", 2, "Arm3"},   {"A09", "A", 9, "A10"},
-                 {"A099", "A", 99, "A100"},   {"", "", 1, "2"},             {"7", "", 7, "8"},
-                 {"99", "", 99, "100"},       {"a1b", "a1b", 1, "a1b2"},    {"a1b23", "a1b", 23, "a1b24"},
-                 {"x-5", "x-", 5, "x-6"},     {"x 5", "x ", 5, "x 6"},      {"A0", "A", 0, "A1"},
-                 {"A000", "A", 0, "A1"},      {"A\xB2", "A\xB2", 1, "A\xB2" "2"}};
+    } cases[] = {{"Arm", "Arm", 1, "Arm2"},
+                 {"Arm2", "Arm", 2, "Arm3"},
+                 {"A09", "A", 9, "A10"},
+                 {"A099", "A", 99, "A100"},
+                 {"", "", 1, "2"},
+                 {"7", "", 7, "8"},
+                 {"99", "", 99, "100"},
+                 {"a1b", "a1b", 1, "a1b2"},
+                 {"a1b23", "a1b", 23, "a1b24"},
+                 {"x-5", "x-", 5, "x-6"},
+                 {"x 5", "x ", 5, "x 6"},
+                 {"A0", "A", 0, "A1"},
+                 {"A000", "A", 0, "A1"},
+                 {"A\xB2", "A\xB2", 1,
+                  "A\xB2"
+                  "2"}};
     for (const auto& each : cases) {
         forEachForm(each.source, [&each](LmStr& source) {
             LmStr stem("old");
@@ -184,7 +197,7 @@ TEST(LmStrNames, TrailingSlashesAreCounted) {
     }
 }
 
-// --- Word wrap ----------------------------------------------------------------------------------------
+// --- Word wrap -----------------------------------------------------------------------------------
 
 struct WrapCase {
     std::string source;

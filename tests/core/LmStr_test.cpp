@@ -25,7 +25,7 @@ std::uintptr_t addressOf(const LmStr& text) {
     return reinterpret_cast<std::uintptr_t>(text.c_str());
 }
 
-// --- Construction, assignment, access ---------------------------------------------------------------
+// --- Construction, assignment, access ------------------------------------------------------------
 
 TEST(LmStrConstruction, NullIsNotEmpty) {
     const LmStr null;
@@ -239,7 +239,7 @@ TEST(LmStrAccess, CheckTerminatorAbortsOnANulInside) {
     EXPECT_EQ(inFrontOfTheOffset.outcome, "0");
 }
 
-// --- Finding ------------------------------------------------------------------------------------------
+// --- Finding -------------------------------------------------------------------------------------
 
 TEST(LmStrFinding, FindsTheFirstOccurrenceOfAText) {
     forEachForm("abcabc", [](LmStr& text) {
@@ -320,7 +320,13 @@ TEST(LmStrFinding, TheFirstDigitIsZeroToNine) {
     const struct {
         const char* text;
         int index;
-    } cases[] = {{"0", 0}, {"9", 0}, {"ab12", 2}, {"x/:9", 3}, {"\xB2\xB3" "7", 2}};
+    } cases[] = {{"0", 0},
+                 {"9", 0},
+                 {"ab12", 2},
+                 {"x/:9", 3},
+                 {"\xB2\xB3"
+                  "7",
+                  2}};
     for (const auto& [source, index] : cases) {
         forEachForm(source, [index = index](LmStr& text) {
             int found = unwritten;
@@ -333,7 +339,7 @@ TEST(LmStrFinding, TheFirstDigitIsZeroToNine) {
     forEachForm("", [](LmStr& text) { EXPECT_FALSE(text.firstDigit()); });
 }
 
-// --- Substrings ---------------------------------------------------------------------------------------
+// --- Substrings ----------------------------------------------------------------------------------
 
 TEST(LmStrSubstrings, RightSharesTheText) {
     const LmStr text("hello world");
@@ -424,7 +430,7 @@ TEST(LmStrSubstrings, AViewStaysWhenItsSourceChanges) {
     EXPECT_STREQ(text.c_str(), "HELLO WORLD");
 }
 
-// --- Removing at the front ----------------------------------------------------------------------------
+// --- Removing at the front -----------------------------------------------------------------------
 
 struct FrontRemoval {
     int length;
@@ -433,9 +439,10 @@ struct FrontRemoval {
 };
 
 TEST(LmStrRemoval, AtTheFrontCompactsOnceHalfOfTheBlockLiesInFront) {
-    const FrontRemoval cases[] = {{9, 3, true},  {9, 5, false},  {9, 4, false},  {9, 9, false}, {8, 3, true},
-                                  {8, 4, false}, {10, 4, true},  {10, 5, false}, {2, 1, false}, {3, 1, false},
-                                  {4, 1, true},  {100, 49, true}, {100, 50, false}, {101, 49, true}, {101, 50, false}};
+    const FrontRemoval cases[] = {{9, 3, true},     {9, 5, false},   {9, 4, false},   {9, 9, false},
+                                  {8, 3, true},     {8, 4, false},   {10, 4, true},   {10, 5, false},
+                                  {2, 1, false},    {3, 1, false},   {4, 1, true},    {100, 49, true},
+                                  {100, 50, false}, {101, 49, true}, {101, 50, false}};
     for (const auto& [length, count, onlyMovesTheOffset] : cases) {
         SCOPED_TRACE(testing::Message() << count << " of " << length);
         std::string expected;

@@ -33,8 +33,8 @@ protected:
     CleanStatus clean;
 };
 
-/// Runs a reader on every form of the text, once on the current status and once on another, and checks what it
-/// reports, where, and what it leaves.
+/// Runs a reader on every form of the text, once on the current status and once on another, and checks what
+/// it reports, where, and what it leaves.
 template <class Read>
 void checkReader(const char* source, const char* rest, const StatusChain& chain, const Read& read) {
     for (const bool ownStatus : {false, true}) {
@@ -168,11 +168,21 @@ TEST_F(TokenReader, Booleans) {
         bool value;
         const char* rest;
     } cases[] = {
-        {"Yes, ok", true, true, ", ok"}, {"  on", true, true, ""},      {"1 x", true, true, " x"},
-        {"no_x", true, false, "_x"},     {"FALSE\n", true, false, "\n"}, {"0", true, false, ""},
-        {"off.", true, false, "."},      {"on1", false, false, "on1"},  {"1x", false, false, "1x"},
-        {"maybe", false, false, "maybe"}, {" truely", false, false, "truely"}, {"", false, false, ""},
-        {"  ", false, false, ""},        {"-1", false, false, "-1"},    {"on\xE9", true, true, "\xE9"},
+        {"Yes, ok", true, true, ", ok"},
+        {"  on", true, true, ""},
+        {"1 x", true, true, " x"},
+        {"no_x", true, false, "_x"},
+        {"FALSE\n", true, false, "\n"},
+        {"0", true, false, ""},
+        {"off.", true, false, "."},
+        {"on1", false, false, "on1"},
+        {"1x", false, false, "1x"},
+        {"maybe", false, false, "maybe"},
+        {" truely", false, false, "truely"},
+        {"", false, false, ""},
+        {"  ", false, false, ""},
+        {"-1", false, false, "-1"},
+        {"on\xE9", true, true, "\xE9"},
     };
     for (const auto& each : cases) {
         const StatusChain chain = each.read ? none : StatusChain{error("Invalid boolean value.")};
@@ -196,18 +206,29 @@ TEST_F(TokenReader, Reals) {
         const char* rest;
         StatusChain chain;
     } cases[] = {
-        {"1.5abc", true, 1.5, "abc", none},       {"  -2e3 4", true, -2000, " 4", none},
-        {".5", true, 0.5, "", none},              {"5.", true, 5, "", none},
-        {"1e", true, 1, "e", none},               {"1e+x", true, 1, "e+x", none},
-        {"1,5", true, 1, ",5", none},             {"0x10", true, 16, "", none},
-        {"\n+7\n", true, 7, "\n", none},          {"1.2.3", true, 1.2, ".3", none},
+        {"1.5abc", true, 1.5, "abc", none},
+        {"  -2e3 4", true, -2000, " 4", none},
+        {".5", true, 0.5, "", none},
+        {"5.", true, 5, "", none},
+        {"1e", true, 1, "e", none},
+        {"1e+x", true, 1, "e+x", none},
+        {"1,5", true, 1, ",5", none},
+        {"0x10", true, 16, "", none},
+        {"\n+7\n", true, 7, "\n", none},
+        {"1.2.3", true, 1.2, ".3", none},
         {"1e-999", true, 0, "", none},
-        {"", false, 0, "", noValue},              {" \n\t ", false, 0, "", noValue},
-        {"inf", false, 0, "inf", invalid},        {"nan", false, 0, "nan", invalid},
-        {" -inf x", false, 0, "-inf x", invalid}, {"Infinity", false, 0, "Infinity", invalid},
-        {"NaN(1)", false, 0, "NaN(1)", invalid},  {"1e999", false, 0, "1e999", invalid},
-        {"-1e999 2", false, 0, "-1e999 2", invalid}, {"x", false, 0, "x", invalid},
-        {".", false, 0, ".", invalid},            {"-", false, 0, "-", invalid},
+        {"", false, 0, "", noValue},
+        {" \n\t ", false, 0, "", noValue},
+        {"inf", false, 0, "inf", invalid},
+        {"nan", false, 0, "nan", invalid},
+        {" -inf x", false, 0, "-inf x", invalid},
+        {"Infinity", false, 0, "Infinity", invalid},
+        {"NaN(1)", false, 0, "NaN(1)", invalid},
+        {"1e999", false, 0, "1e999", invalid},
+        {"-1e999 2", false, 0, "-1e999 2", invalid},
+        {"x", false, 0, "x", invalid},
+        {".", false, 0, ".", invalid},
+        {"-", false, 0, "-", invalid},
         {"e5", false, 0, "e5", invalid},
     };
     for (const auto& each : cases) {
@@ -256,7 +277,7 @@ TEST_F(TokenReader, ReadersGoThroughAText) {
     EXPECT_FALSE(currentStatus().hasEntries());
 }
 
-// --- Vectors ------------------------------------------------------------------------------------------
+// --- Vectors -------------------------------------------------------------------------------------
 
 struct VectorCase {
     const char* source;
@@ -283,7 +304,8 @@ TEST_F(TokenReader, VectorsReportTheComponentOnTheCurrentStatus) {
             const LmStr copy(text);
             std::array<float, 3> out{7, 8, 9};
             EXPECT_EQ(readVector(text, out), each.cause == nullptr);
-            EXPECT_EQ(takeChain(), each.cause == nullptr ? none : (StatusChain{error(each.component), error(each.cause)}));
+            EXPECT_EQ(takeChain(),
+                      each.cause == nullptr ? none : (StatusChain{error(each.component), error(each.cause)}));
             EXPECT_EQ(textOf(text), each.rest);
             if (each.cause == nullptr) {
                 EXPECT_THAT(out, ElementsAre(1, 2.5F, -3));
@@ -322,7 +344,10 @@ TEST_F(TokenReader, VectorListsRunToTheEndOfTheText) {
         {" 1 2 3\n4 5 6 \n", true, {{1, 2, 3}, {4, 5, 6}}, none},
         {"", true, {}, none},
         {"1 2 3 4", false, {{1, 2, 3}}, {error("Invalid Y component"), error("No value given.")}},
-        {"1 2 3 x", false, {{1, 2, 3}}, {error("Invalid X component"), error("Invalid floating point value.")}},
+        {"1 2 3 x",
+         false,
+         {{1, 2, 3}},
+         {error("Invalid X component"), error("Invalid floating point value.")}},
     };
     for (const auto& each : cases) {
         forEachForm(each.source, [&each](LmStr& text) {
@@ -345,7 +370,7 @@ TEST_F(TokenReader, VectorListsAppend) {
     EXPECT_EQ(takeVectors(list).size(), 2U);
 }
 
-// --- Tokens, words, quotes ----------------------------------------------------------------------------
+// --- Tokens, words, quotes -----------------------------------------------------------------------
 
 TEST_F(TokenReader, DelimitedTokens) {
     LmStr text("one,two;;three,");
@@ -381,7 +406,9 @@ TEST_F(TokenReader, UpToACharacter) {
         bool read;
         const char* out;
         const char* rest;
-    } cases[] = {{"abc:def", true, "abc", ":def"}, {":def", true, "", ":def"}, {"a:b:c", true, "a", ":b:c"},
+    } cases[] = {{"abc:def", true, "abc", ":def"},
+                 {":def", true, "", ":def"},
+                 {"a:b:c", true, "a", ":b:c"},
                  {"a b :", true, "a b ", ":"}};
     for (const auto& each : cases) {
         forEachForm(each.source, [&each](LmStr& text) {
@@ -406,13 +433,21 @@ TEST_F(TokenReader, ExpectedWords) {
         bool found;
         const char* rest;
     } cases[] = {
-        {"  foo bar", "foo", true, " bar"}, {"foobar", "foo", true, "bar"}, {"foo", "foo", true, ""},
-        {"\n(", "(", true, ""},             {"  fo", "foo", false, "fo"},   {"Foo", "foo", false, "Foo"},
-        {"", "foo", false, ""},             {"  ", "foo", false, ""},       {"x foo", "foo", false, "x foo"},
-        {"x", "%d", false, "x"},            {"%d", "%d", true, ""},
+        {"  foo bar", "foo", true, " bar"},
+        {"foobar", "foo", true, "bar"},
+        {"foo", "foo", true, ""},
+        {"\n(", "(", true, ""},
+        {"  fo", "foo", false, "fo"},
+        {"Foo", "foo", false, "Foo"},
+        {"", "foo", false, ""},
+        {"  ", "foo", false, ""},
+        {"x foo", "foo", false, "x foo"},
+        {"x", "%d", false, "x"},
+        {"%d", "%d", true, ""},
     };
     for (const auto& each : cases) {
-        const StatusChain chain = each.found ? none : StatusChain{error("'" + std::string(each.word) + "' expected.")};
+        const StatusChain chain =
+            each.found ? none : StatusChain{error("'" + std::string(each.word) + "' expected.")};
         checkReader(each.source, each.rest, chain, [&each](LmStr& text, LmStatus& status) {
             EXPECT_EQ(expect(text, each.word, status), each.found);
         });
@@ -475,7 +510,7 @@ TEST_F(TokenReader, QuotedTextsThatFail) {
     }
 }
 
-// --- Skipping -----------------------------------------------------------------------------------------
+// --- Skipping ------------------------------------------------------------------------------------
 
 TEST_F(TokenReader, SkippingALine) {
     const struct {

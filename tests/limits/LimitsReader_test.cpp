@@ -57,7 +57,7 @@ protected:
     LqLimitsData limits;
 };
 
-// --- What is read ------------------------------------------------------------------------------------------
+// --- What is read --------------------------------------------------------------------------------
 
 TEST_F(LimitsReader, TwoHeaderLinesAloneYieldNoRecordsAndNoError) {
     EXPECT_TRUE(readItems(""));
@@ -247,7 +247,7 @@ TEST_F(LimitsReader, ReadingReplacesWhatWasHeldAndKeepsOldRecordsAlive) {
     EXPECT_EQ(old->upperValue, 2.0F);
 }
 
-// --- What is refused ---------------------------------------------------------------------------------------
+// --- What is refused -----------------------------------------------------------------------------
 
 struct RefusedCase {
     const char* items;
@@ -406,7 +406,7 @@ TEST_F(LimitsReader, AnErrorThatStandsAlreadyKeepsTheTargetAsItWas) {
     EXPECT_THAT(linesOf(limits), IsEmpty());
 }
 
-// --- Which status hears of it ------------------------------------------------------------------------------
+// --- Which status hears of it --------------------------------------------------------------------
 
 TEST_F(LimitsReader, TheTaggedFormReportsIntoTheStatusOfTheCaller) {
     LmStatus status;
@@ -438,7 +438,7 @@ TEST_F(LimitsReader, TheOlderFormReportsOnTheCurrentStatus) {
                                         error("Unable to read mode for limit.")}));
 }
 
-// --- The header alone --------------------------------------------------------------------------------------
+// --- The header alone ----------------------------------------------------------------------------
 
 TEST_F(LimitsReader, CheckingAFileLooksAtItsHeaderAlone) {
     writeBytes(path(), "Kym System Variable Limits File\nv2.75\nnothing of use\n");

@@ -223,7 +223,7 @@ TEST_F(LimitsWriter, OnlyTheCheckedVariantReportsAFullDisk) {
     EXPECT_EQ(takeChain(), checkedChain);
 }
 
-// --- Reading back ------------------------------------------------------------------------------------------
+// --- Reading back --------------------------------------------------------------------------------
 
 /// Limits that the file can represent: two decimals, four for the weights of limits, none without effect.
 class RandomLimits {

@@ -222,7 +222,7 @@ TEST(LqLimitsData, RecordsThatAreReplacedStayAliveForThoseWhoPointAtThem) {
     EXPECT_EQ(other.includes.count(), 0);
 }
 
-// --- Equality of what has an effect -----------------------------------------------------------------------
+// --- Equality of what has an effect --------------------------------------------------------------
 
 LqVarLimits fullRecord() {
     LqVarLimits record(7);

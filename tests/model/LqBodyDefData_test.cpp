@@ -66,7 +66,7 @@ std::vector<std::vector<int>> allIdsOf(const LqBodyDefData& model) {
             idsOf(model.doubleMarkers), idsOf(model.artificialMarkers)};
 }
 
-// --- Life -------------------------------------------------------------------------------------------------
+// --- Life ----------------------------------------------------------------------------------------
 
 TEST(LqBDBody, ANewRecordHasTheIdentityAndNoVector) {
     const LqBDBody made;
@@ -156,7 +156,7 @@ TEST(LqBodyDefData, AnyRecordMakesItNotEmptyAndAnIncludeNotBlank) {
     EXPECT_TRUE(model.isBlank());
 }
 
-// --- Look-ups ---------------------------------------------------------------------------------------------
+// --- Look-ups ------------------------------------------------------------------------------------
 
 TEST(LqBodyDefData, FindsTheFirstBodyOfExactlyTheName) {
     LqBodyDefData model;
@@ -275,7 +275,7 @@ TEST(LqBodyDefData, ListsDuplicateBodiesOnceForEachEarlierBodyOfTheName) {
     }
 }
 
-// --- Equality ---------------------------------------------------------------------------------------------
+// --- Equality ------------------------------------------------------------------------------------
 
 TEST(LqBodyDefData, EqualModelsHaveEqualRecords) {
     LqBodyDefData a;
@@ -344,7 +344,7 @@ TEST(LqBodyDefData, WhatFilesDoNotKeepIsNotCompared) {
     EXPECT_TRUE(a.equals(b));
 }
 
-// --- Editing ----------------------------------------------------------------------------------------------
+// --- Editing -------------------------------------------------------------------------------------
 
 TEST(LqBodyDefData, AppendsCopies) {
     LqBodyDefData model;

@@ -63,7 +63,7 @@ protected:
     LqBodyDefData model;
 };
 
-// --- What is read ------------------------------------------------------------------------------------------
+// --- What is read --------------------------------------------------------------------------------
 
 TEST_F(ModelReader, ReadsEverySection) {
     EXPECT_TRUE(read("Kym Model File\n"
@@ -219,7 +219,7 @@ TEST_F(ModelReader, ReadingReplacesTheRecordsButKeepsTheDefinition) {
     EXPECT_EQ(model.problemDef, &definition);
 }
 
-// --- Headers -----------------------------------------------------------------------------------------------
+// --- Headers -------------------------------------------------------------------------------------
 
 TEST_F(ModelReader, TakesHeadersThatAreGoodEnough) {
     for (const char* text : {"Kym Model File, second edition\nv1.00\n", "Kym Model File\nv1.99\n",
@@ -263,7 +263,7 @@ TEST_F(ModelReader, ReportsABadHeader) {
     }
 }
 
-// --- Numbers that cannot be read ---------------------------------------------------------------------------
+// --- Numbers that cannot be read -----------------------------------------------------------------
 
 TEST_F(ModelReader, ANumberThatCannotBeReadLeavesTheModelEmpty) {
     struct Case {
@@ -350,7 +350,7 @@ TEST_F(ModelReader, ANegativeOrTooGreatCountEndsTheProcess) {
     }
 }
 
-// --- Bodies that do not fit --------------------------------------------------------------------------------
+// --- Bodies that do not fit ----------------------------------------------------------------------
 
 std::string missingBodyMessage(const std::string& name) {
     return "The base matrix for body '" + name +
@@ -406,7 +406,7 @@ TEST_F(ModelReader, AMessageOnALongNameIsCutButNotTheOneOnAMissingBody) {
     EXPECT_EQ(takeChain(), (StatusChain{error(missingBodyMessage(name))}));
 }
 
-// --- Cancelling --------------------------------------------------------------------------------------------
+// --- Cancelling ----------------------------------------------------------------------------------
 
 std::string markerRows(int count) {
     std::string rows = std::to_string(count) + "\n";
@@ -474,7 +474,7 @@ TEST_F(ModelReader, ACancelAtTheLastRecordOfASectionStopsTheLaterOnes) {
     EXPECT_EQ(model.markerCount(), 0);
 }
 
-// --- Files -------------------------------------------------------------------------------------------------
+// --- Files ---------------------------------------------------------------------------------------
 
 class ModelFile : public ModelReader {
 protected:

@@ -170,7 +170,7 @@ TEST_F(ModelWriter, ReportsAFileThatCannotBeWritten) {
     EXPECT_EQ(takeChain(), (StatusChain{error("Couldn't create file \"" + path + "\".")}));
 }
 
-// --- Reading back ------------------------------------------------------------------------------------------
+// --- Reading back --------------------------------------------------------------------------------
 
 /// A definition and a model of it that the file can represent: matrix elements of six decimals, all other
 /// reals of six significant digits.

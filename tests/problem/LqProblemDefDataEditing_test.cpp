@@ -14,7 +14,7 @@ using Names = std::vector<std::string>;
 using Ids = std::vector<int>;
 using PairIds = std::vector<std::pair<int, int>>;
 
-// --- Bodies ----------------------------------------------------------------------------------------
+// --- Bodies --------------------------------------------------------------------------------------
 
 TEST(LqProblemDefDataEditing, AddsABodyWithTheUsualOrder) {
     LqProblemDefData data;
@@ -236,7 +236,7 @@ TEST(LqProblemDefDataEditing, RemovesBodiesByAListAndKeepsMarkersAndChildren) {
     EXPECT_EQ(data.realMarkers.count(), 5);
 }
 
-// --- Markers ---------------------------------------------------------------------------------------
+// --- Markers -------------------------------------------------------------------------------------
 
 TEST(LqProblemDefDataEditing, AppendsCopiesOfMarkers) {
     LqProblemDefData data;
@@ -330,7 +330,7 @@ TEST(LqProblemDefDataEditing, RemovesMarkersOfAllKindsByTheirIds) {
     EXPECT_EQ(pairIdsOf(data), (PairIds{{8, 9}}));
 }
 
-// --- Whole arrays ----------------------------------------------------------------------------------
+// --- Whole arrays --------------------------------------------------------------------------------
 
 TEST(LqProblemDefDataEditing, SetsWholeArraysByCopying) {
     LqProblemDefData data;
@@ -381,7 +381,7 @@ TEST(LqProblemDefDataEditing, SetsAnArrayEmpty) {
     EXPECT_EQ(data.realMarkers.count(), 5);
 }
 
-// --- System variables ------------------------------------------------------------------------------
+// --- System variables ----------------------------------------------------------------------------
 
 TEST(LqProblemDefDataEditing, AppendsSystemVariables) {
     LqProblemDefData data;
@@ -418,7 +418,7 @@ TEST(LqProblemDefDataEditing, RemovesSystemVariablesFromAllMappings) {
     EXPECT_TRUE(equals(body.mappings[5], LqBasicVarMapping<float>(0)));
 }
 
-// --- Includes --------------------------------------------------------------------------------------
+// --- Includes ------------------------------------------------------------------------------------
 
 TEST(LqProblemDefDataEditing, AddsExtendsAndClearsIncludes) {
     LqProblemDefData data;

@@ -18,7 +18,7 @@ using namespace std::string_literals;
 using Names = std::vector<std::string>;
 using Ids = std::vector<int>;
 
-// --- Name fields -----------------------------------------------------------------------------------
+// --- Name fields ---------------------------------------------------------------------------------
 
 struct NameCase {
     const char* what;
@@ -114,7 +114,7 @@ TEST(NameField, IsReadFromAStreamThatArrivesInPieces) {
     EXPECT_EQ(input.get(), 'r');
 }
 
-// --- Whole definitions -----------------------------------------------------------------------------
+// --- Whole definitions ---------------------------------------------------------------------------
 
 const std::string header = "Kym Problem Definition File\nv1.00\n";
 
@@ -296,7 +296,7 @@ TEST(ProblemDefReader, ReportsABadHeader) {
     EXPECT_TRUE(readProblemDefHeader(input));
 }
 
-// --- System variables ------------------------------------------------------------------------------
+// --- System variables ----------------------------------------------------------------------------
 
 struct DefectCase {
     const char* what;
@@ -368,7 +368,7 @@ TEST(ProblemDefReader, FailsFastOnACountFarAboveTheRows) {
               StatusChain{error("Unable to read Real marker ID, prediction type and weight.")});
 }
 
-// --- Bodies ----------------------------------------------------------------------------------------
+// --- Bodies --------------------------------------------------------------------------------------
 
 TEST(ProblemDefReader, ReportsDefectsOfBodies) {
     const std::string firstBody = bodyText("Hips", "ReferenceSystemZero");
@@ -514,7 +514,7 @@ TEST(ProblemDefReader, NamesABodyOfAnyLengthInItsErrors) {
               StatusChain{error("Unable to read body id and type number for body " + name + "\n.")});
 }
 
-// --- Markers ---------------------------------------------------------------------------------------
+// --- Markers -------------------------------------------------------------------------------------
 
 struct MarkerDefectCase {
     const char* what;
@@ -681,7 +681,7 @@ TEST(ProblemDefReader, TakesAnyIdsAndNarrowsWeights) {
     EXPECT_EQ(data.realMarkers[2]->weight, 0.0F);
 }
 
-// --- Cancelling ------------------------------------------------------------------------------------
+// --- Cancelling ----------------------------------------------------------------------------------
 
 /// A user who cancels when asked for the n-th time, counted from 1.
 class CancellingUser {
@@ -779,7 +779,7 @@ TEST(ProblemDefReader, ReportsTheFileThatACancelLeftUnread) {
     EXPECT_EQ(countsOf(data), (Ids{5, 4, 0, 0, 0, 0}));
 }
 
-// --- Files -----------------------------------------------------------------------------------------
+// --- Files ---------------------------------------------------------------------------------------
 
 TEST(ProblemDefReader, ReadsAFile) {
     const CleanStatus clean;

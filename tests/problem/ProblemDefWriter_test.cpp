@@ -215,7 +215,7 @@ TEST(ProblemDefWriter, ReportsAPathThatCannotBeWritten) {
               (StatusChain{error("File \"" + path + "\" is unwritable."), error("File is a directory.")}));
 }
 
-// --- Generated definitions -------------------------------------------------------------------------
+// --- Generated definitions -----------------------------------------------------------------------
 
 /// Makes definitions that the file can represent.
 class DefinitionGenerator {
