@@ -1,0 +1,220 @@
+#pragma once
+
+#include "quillon/core/LmArray.h"
+#include "quillon/core/LmStr.h"
+#include "quillon/scale/ScaleRecords.h"
+
+#include <cstdint>
+#include <iosfwd>
+#include <optional>
+
+namespace quillon {
+
+class LqMeasuredData;
+
+/// How a skeleton is fitted to a subject: the markers that take part and their weights, changed limits and
+/// guides, the scaling variables that are solved for, the poses in which the subject is measured, the bodies
+/// that are scaled, and the temporary markers.
+///
+/// Owns all its records, the poses included; a copy is deep. Names compare byte by byte, and look-ups are
+/// scans that answer the first match or null. A result that points to a record is good until its array is
+/// changed. Indices, and ids that stand for positions, must exist, unless an operation says that it reports
+/// them. Errors are reported on the current status.
+class LqScaleDefData {
+public:
+    using ScaleFloat = scaleDef::ScaleFloat;
+    using RealWeightOverride_t = scaleDef::RealWeightOverride_t;
+    using ArtificialWeightOverride_t = scaleDef::ArtificialWeightOverride_t;
+    using LimitOverride_t = scaleDef::LimitOverride_t;
+    using SysVarGuideOverride = scaleDef::SysVarGuideOverride;
+    using GlobalConst_t = scaleDef::GlobalConst_t;
+    using PositionConst_t = scaleDef::PositionConst_t;
+    using BodyParams_t = scaleDef::BodyParams_t;
+    using TempData_t = scaleDef::TempData_t;
+    using ScaleVar = scaleDef::ScaleVar;
+    using Pose_t = scaleDef::Pose_t;
+
+    LqScaleDefData() = default;
+    LqScaleDefData(const LqScaleDefData& other);
+    LqScaleDefData& operator=(const LqScaleDefData& other);
+    ~LqScaleDefData();
+
+    /// Compares record by record in order; a null pose equals only a null one. Deliberately not compared:
+    /// the definition's own `positionConstraints`.
+    bool operator==(const LqScaleDefData& other) const;
+    /// Whether nothing is defined. Deliberately not looked at: `sysVarGuideOverrides` and
+    /// `positionConstraints`.
+    bool isEmpty() const;
+
+    LmDArray<Pose_t*> poses; ///< owned, in file order
+    LmDArray<RealWeightOverride_t> realWeightOverrides;
+    LmDArray<ArtificialWeightOverride_t> artificialWeightOverrides;
+    LmDArray<LimitOverride_t> limitOverrides;           ///< in force in every pose
+    LmDArray<SysVarGuideOverride> sysVarGuideOverrides; ///< outside poses; by ascending id, each id once
+    LmDArray<BodyParams_t> bodyParams;
+    LmDArray<TempData_t> temps;
+    LmDArray<ScaleVar> scaleVars;
+    LmDArray<GlobalConst_t> globalConstraints;     ///< outside poses
+    LmDArray<PositionConst_t> positionConstraints; ///< outside poses
+    std::int32_t realCount = 0;  ///< the real markers that take part in the scaling are 1 to `realCount`
+    float defaultRealWeight = 0; ///< of a real marker without an override
+
+    // --- Values -------------------------------------------------------------------------------------
+
+    /// Reads a literal, "[m3 2.5]" (scale form) or "[m3 + 1.5]" (offset form). "*" gives the literal
+    /// `infinity`, and is an error when that is 0. `what` names the value in messages. All zero after an
+    /// error.
+    static ScaleFloat readScaleFloat(std::istream& input, const char* what, float infinity);
+    /// Writes what `readScaleFloat` reads; a literal equal to an `infinity` that is not 0 becomes "*".
+    static void writeScaleFloat(std::ostream& output, const ScaleFloat& value, float infinity);
+    /// Whether the value can be evaluated with the measured data, which may be null. If not, reports why.
+    static bool validateMeasuredRef(const ScaleFloat& value, const LqMeasuredData* measured);
+
+    // --- Real markers and weights ---------------------------------------------------------------------
+
+    void setRealCount(std::int32_t count);
+    /// Makes room for a new real marker: overrides for markers from `id` on move up, as do the ids of all
+    /// temps and artificial pairs, since they lie above the reals. `realCount` grows unless `id` lies more
+    /// than 1 above it.
+    void insertRealMarker(std::int32_t id);
+    /// The inverse, which also drops the override of the marker. Does nothing for an id above `realCount`.
+    void removeRealMarker(std::int32_t id);
+    int realWeightOverrideCount() const;
+    bool hasRealWeightOverride(std::int32_t markerId) const;
+    RealWeightOverride_t* findRealWeightOverride(std::int32_t markerId);
+    const RealWeightOverride_t* findRealWeightOverride(std::int32_t markerId) const;
+    /// Change the weight of an override that exists.
+    void setRealWeight(std::int32_t markerId, float weight);
+    void setRealWeight(const RealWeightOverride_t& record);
+    /// Append an override; reports "Duplicate entry." when the marker has one.
+    void addRealWeightOverride(std::int32_t markerId, float weight);
+    void addRealWeightOverride(const RealWeightOverride_t& record);
+    void removeRealWeightOverride(std::int32_t markerId);
+    /// Whether the id is either one of a pair.
+    bool hasArtificialWeightOverride(std::int32_t markerId) const;
+    /// Sets the weight of the first pair that holds the id.
+    void setArtificialWeight(std::int32_t markerId, float weight);
+    /// The first pair that holds the id; ids -1 and weight 0 without one.
+    ArtificialWeightOverride_t findArtificialPair(std::int32_t markerId) const;
+    /// Appends a pair; reports "Duplicate entry." when its first id is in a pair. Its second id is not
+    /// tested.
+    void addArtificialWeightOverride(const ArtificialWeightOverride_t& record);
+    /// Removes the first pair that holds the id.
+    void removeArtificialWeightOverride(std::int32_t markerId);
+
+    // --- Limit overrides ------------------------------------------------------------------------------
+
+    bool hasLimitOverride(std::int32_t sysVarId) const;
+    LimitOverride_t* findLimitOverride(std::int32_t sysVarId);
+    const LimitOverride_t* findLimitOverride(std::int32_t sysVarId) const;
+    /// Replaces the record of the same id, if there is one.
+    void updateLimitOverride(const LimitOverride_t& record);
+    /// Appends; an id may occur twice.
+    void addLimitOverride(const LimitOverride_t& record);
+    /// Whether one was removed.
+    bool removeLimitOverride(std::int32_t sysVarId);
+    /// Removes the override outside poses, then goes through the poses; answers whether any was found.
+    /// Deliberately, a match in a pose removes the record at its index from `limitOverrides`, if there is
+    /// one, and leaves the pose as it was: callers are settled on that.
+    bool removeLimitOverrideEverywhere(std::int32_t sysVarId);
+    /// Looks in the default pose when there are no poses.
+    bool hasPoseLimitOverride(std::int32_t sysVarId, int pose) const;
+    LimitOverride_t* findPoseLimitOverride(std::int32_t sysVarId, int pose);
+    const LimitOverride_t* findPoseLimitOverride(std::int32_t sysVarId, int pose) const;
+    void updatePoseLimitOverride(const LimitOverride_t& record, int pose);
+    void addPoseLimitOverride(const LimitOverride_t& record, int pose);
+    bool removePoseLimitOverride(std::int32_t sysVarId, int pose);
+    /// Gives the pose an override with both limits 0 when it has none, or takes it away. Looks in the
+    /// default pose when there are no poses; one can only be added to a pose that there is.
+    void setPoseLimitOverride(std::int32_t sysVarId, int pose, bool on);
+    /// Changes the id in all limit overrides; guide overrides deliberately stay.
+    void renameSysVar(std::int32_t oldId, std::int32_t newId);
+
+    // --- Guide overrides: without a pose, and for a null pose, those outside poses ----------------------
+
+    SysVarGuideOverride* findGuideOverride(std::int32_t sysVarId);
+    const SysVarGuideOverride* findGuideOverride(std::int32_t sysVarId) const;
+    /// Looks in the default pose when there are no poses.
+    const SysVarGuideOverride* findPoseGuideOverride(std::int32_t sysVarId, int pose) const;
+    /// The array in force.
+    LmDArray<SysVarGuideOverride>& guideOverrides(std::optional<int> pose = std::nullopt);
+    const LmDArray<SysVarGuideOverride>& guideOverrides(std::optional<int> pose = std::nullopt) const;
+    /// Replaces the record of the same id, if there is one.
+    void updateGuideOverride(const SysVarGuideOverride& record, std::optional<int> pose = std::nullopt);
+    /// Inserts by ascending id. When the id exists the new record is dropped without a message.
+    void addGuideOverride(const SysVarGuideOverride& record, std::optional<int> pose = std::nullopt);
+    void removeGuideOverride(std::int32_t sysVarId, std::optional<int> pose = std::nullopt);
+
+    // --- Scaled bodies and constraints ------------------------------------------------------------------
+
+    BodyParams_t* findBodyParams(const LmStr& bodyName);
+    const BodyParams_t* findBodyParams(const LmStr& bodyName) const;
+    /// Appends a copy.
+    void addBodyParams(const BodyParams_t& record);
+    /// Removes the first match.
+    void removeBodyParams(const LmStr& bodyName);
+    /// Renames a body in `bodyParams`, `globalConstraints` and `temps`. What the poses hold, and all position
+    /// constraints, deliberately keep the old name.
+    void renameBody(const LmStr& oldName, const LmStr& newName);
+    // A constraint is found by the values of all its fields; the first match is replaced or removed.
+    void replaceGlobalConstraint(const GlobalConst_t& record, const GlobalConst_t& replacement);
+    void removeGlobalConstraint(const GlobalConst_t& record);
+    void addPoseGlobalConstraint(const GlobalConst_t& record, int pose);
+    void replacePoseGlobalConstraint(const GlobalConst_t& record, const GlobalConst_t& replacement, int pose);
+    void removePoseGlobalConstraint(const GlobalConst_t& record, int pose);
+    void addPosePositionConstraint(const PositionConst_t& record, int pose);
+    /// In a pose, or without one outside poses.
+    void replacePositionConstraint(const PositionConst_t& record, const PositionConst_t& replacement,
+                                   std::optional<int> pose = std::nullopt);
+    void removePositionConstraint(const PositionConst_t& record);
+    void removePosePositionConstraint(const PositionConst_t& record, int pose);
+
+    // --- Temporary markers ------------------------------------------------------------------------------
+
+    bool hasTemp(std::int32_t id) const;
+    TempData_t* findTemp(std::int32_t id);
+    const TempData_t* findTemp(std::int32_t id) const;
+    /// Appends.
+    void addTemp(const TempData_t& record);
+    /// Inserts in front of the first temp with the same id, and raises the ids from there on by 1; appends
+    /// when there is none.
+    void insertTemp(const TempData_t& record);
+    /// Removes the first match and lowers the ids of the temps behind it by 1.
+    void removeTemp(std::int32_t id);
+    /// Whether the first temp, if there is one, has the id `realCount` + 1.
+    bool tempsFollowReals() const;
+    /// Whether the id of each temp is 1 above that of the temp in front of it.
+    bool tempIdsAreConsecutive() const;
+
+    // --- Scaling variables ------------------------------------------------------------------------------
+
+    int scaleVarCount() const;
+    /// Replaces the variable of that id. Without a name it is named by the decimal text of the id.
+    void setScaleVar(std::int32_t id, const ScaleVar& record);
+    /// Inserts a variable as `setScaleVar` sets it; reports an id outside 1 to count + 1. Mappings keep
+    /// their numbers.
+    void insertScaleVar(std::int32_t id, const ScaleVar& record);
+    /// Removes a variable and renumbers the mappings on later ones. A mapping on the removed one keeps its
+    /// number, so callers ask `isScaleVarUsed` first.
+    void removeScaleVar(std::int32_t id);
+    /// Whether a mapping of a scaled body or of a position constraint, in a pose or not, names the variable.
+    bool isScaleVarUsed(std::int32_t id) const;
+    /// The description, or "Scale Var " and the name when that is empty.
+    static LmStr scaleVarLabel(const ScaleVar& record);
+
+    // --- Poses ------------------------------------------------------------------------------------------
+
+    bool hasPose(const LmStr& name) const;
+    /// Frees all poses.
+    void clearPoses();
+    /// Frees the first match.
+    void removePose(const LmStr& name);
+    /// Makes the first pose of that name a copy of the given one, name included.
+    void replacePose(const LmStr& name, const Pose_t& pose);
+
+private:
+    int poseIndex(const LmStr& name) const;
+    const Pose_t* poseToLookIn(int pose) const;
+};
+
+} // namespace quillon
