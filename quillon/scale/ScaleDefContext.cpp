@@ -1,0 +1,136 @@
+#include "quillon/scale/ScaleDefContext.h"
+
+#include "quillon/core/CharClass.h"
+#include "quillon/core/LmStatus.h"
+#include "quillon/problem/LqProblemDefData.h"
+#include "quillon/scale/ScaleTokens.h"
+
+#include <istream>
+
+namespace quillon::scaleDef {
+
+ScaleDefContext::ScaleDefContext(LqScaleDefData& target, const LqProblemDefData& problem, bool lenientReading)
+    : problemDef(problem), definition(target), lenient(lenientReading), poses(target.poses),
+      bodyParams(target.bodyParams), positionConstraints(target.positionConstraints),
+      sysVarGuideOverrides(target.sysVarGuideOverrides), scaleVars(target.scaleVars) {
+    for (const LqPDDBodyMap* body : problem.bodies) {
+        if (body != nullptr) {
+            bodyNames.insert(body->name.view());
+        }
+    }
+    for (const LqPDDSysVar* sysVar : problem.sysVars) {
+        if (sysVar != nullptr) {
+            sysVarIds.emplace(sysVar->description.view(), sysVar->id);
+            sysVarNames.emplace(sysVar->id, sysVar->description.view());
+        }
+    }
+    std::int32_t id = 0;
+    for (const ScaleVar& scaleVar : target.scaleVars) {
+        ++id;
+        scaleVarIds.emplace(scaleVar.name.view(), id);
+    }
+}
+
+// --- References to the problem definition --------------------------------------------------------
+
+bool ScaleDefContext::hasBody(const LmStr& name) const {
+    return bodyNames.contains(name.view());
+}
+
+LmStr ScaleDefContext::sysVarName(std::int32_t id) const {
+    const auto found = sysVarNames.find(id);
+    return found == sysVarNames.end() ? LmStr("") : LmStr(found->second);
+}
+
+std::int32_t ScaleDefContext::readSysVarId(std::istream& input, const char* what) const {
+    skipWhite(input);
+    if (isDigit(static_cast<char>(input.peek()))) {
+        return readIntValue(input, what);
+    }
+    const LmStr name = readNameValue(input, what);
+    if (errorStands()) {
+        return 0;
+    }
+    const auto found = sysVarIds.find(name.view());
+    if (found != sysVarIds.end()) {
+        return found->second;
+    }
+    pushErrorf("Variable '%s' is not in the problem definition.", name.c_str());
+    return 0;
+}
+
+bool ScaleDefContext::reportUnresolved(const LmStr& message) const {
+    if (lenient) {
+        pushWarning(message);
+    } else {
+        pushError(message);
+    }
+    return lenient;
+}
+
+// --- Scaling variables and mappings --------------------------------------------------------------
+
+std::int32_t ScaleDefContext::scaleVarId(const LmStr& name) const {
+    const auto found = scaleVarIds.find(std::string(name.view()));
+    return found == scaleVarIds.end() ? 0 : found->second;
+}
+
+void ScaleDefContext::nameScaleVar(ScaleVar& last, const LmStr& name) {
+    last.name = name;
+    scaleVarIds.emplace(name.view(), scaleVars.count());
+}
+
+std::int32_t ScaleDefContext::readScaleVarId(std::istream& input, const char* what) const {
+    const LmStr token = readNameValue(input, what);
+    if (errorStands()) {
+        return 0;
+    }
+    // A positive number is no id but a name: that is how a variable is reached that is named by its number.
+    std::int32_t number = 0;
+    if (token.toInt(number) && number < 1) {
+        return number;
+    }
+    const std::int32_t id = scaleVarId(token);
+    if (id == 0) {
+        pushErrorf("Invalid scaling variable '%s' used for %s.", token.c_str(), what);
+    }
+    return id;
+}
+
+ScaleMapping ScaleDefContext::readScaleMapping(std::istream& input, const char* what) const {
+    ScaleMapping mapping;
+    const std::int32_t id = readScaleVarId(input, what);
+    if (errorStands()) {
+        return mapping;
+    }
+    mapping.id = id;
+    if (id >= 0) {
+        return mapping;
+    }
+    mapping.constant = LqScaleDefData::readScaleFloat(input, what, 0.0F);
+    return errorStands() || readTerms(input, what, mapping) ? mapping : ScaleMapping();
+}
+
+/// Reads the terms that the `id` announces. False when the mapping is to be given up as a whole; other errors
+/// leave it partly filled.
+bool ScaleDefContext::readTerms(std::istream& input, const char* what, ScaleMapping& mapping) const {
+    const std::int64_t termCount = -std::int64_t{mapping.id} - 1;
+    for (std::int64_t k = 0; k < termCount; ++k) {
+        const std::int32_t id = readScaleVarId(input, what);
+        if (errorStands()) {
+            return false;
+        }
+        if (id < 1 || id > scaleVarCount()) {
+            pushErrorf("Invalid scaling variable (%d) used for %s.", id, what);
+            return true;
+        }
+        const ScaleFloat factor = LqScaleDefData::readScaleFloat(input, what, 0.0F);
+        if (errorStands()) {
+            return true;
+        }
+        mapping.terms.append(new LqLinearTerm<ScaleFloat>{id, factor});
+    }
+    return true;
+}
+
+} // namespace quillon::scaleDef
