@@ -5,6 +5,7 @@
 #include "quillon/core/StreamTokens.h"
 
 #include <istream>
+#include <limits>
 #include <string>
 
 namespace quillon::scaleDef {
@@ -43,6 +44,10 @@ bool skipBlanks(std::istream& input) {
 
 bool skipWhite(std::istream& input) {
     return skipStreamSpace(input);
+}
+
+void skipLine(std::istream& input) {
+    skipRestOfLine(input, std::numeric_limits<int>::max());
 }
 
 void checkRead(std::istream& input, const char* what) {

@@ -16,6 +16,8 @@ namespace quillon::scaleDef {
 bool skipBlanks(std::istream& input);
 /// Takes white space, line ends and comments. False at the end of the input.
 bool skipWhite(std::istream& input);
+/// Takes the characters up to and including the next line end, or all that are left.
+void skipLine(std::istream& input);
 /// Reports "Error reading ", the name and "." when the stream has failed.
 void checkRead(std::istream& input, const char* what);
 /// A real; 0, or the nearest real that there is, after a failure.
