@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <iostream>
+#include <locale>
 
 namespace quillon {
 
@@ -108,6 +109,15 @@ void LmSStreamBuf::dumpBuffer() const {
     std::cerr << "'\n";
 }
 
+LmOSStream::LmOSStream() : std::ostream(&streamBuffer) {
+    imbue(std::locale::classic());
+}
+
 LmISStream::LmISStream(const char* text) : LmISStream(text, std::strlen(text)) {}
+
+LmISStream::LmISStream(const char* text, std::size_t length)
+    : LmSStreamBase(text, length), std::istream(&streamBuffer) {
+    imbue(std::locale::classic());
+}
 
 } // namespace quillon

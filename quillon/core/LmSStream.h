@@ -61,10 +61,10 @@ protected:
     LmSStreamBuf streamBuffer;
 };
 
-/// Composes text in memory by stream insertion.
+/// Composes text in memory by stream insertion, in the classic locale: numbers have a point.
 class LmOSStream : public LmSStreamBase, public std::ostream {
 public:
-    LmOSStream() : std::ostream(&streamBuffer) {}
+    LmOSStream();
 
     /// The text so far, NUL-terminated, owned by the stream; writing goes on behind it.
     const char* str() { return streamBuffer.str(); }
@@ -72,13 +72,12 @@ public:
     using LmSStreamBase::rdbuf;
 };
 
-/// Reads a text in memory by stream extraction, without copying it: the caller keeps the text alive and
-/// unchanged as long as the stream lives.
+/// Reads a text in memory by stream extraction in the classic locale, without copying it: the caller keeps
+/// the text alive and unchanged as long as the stream lives.
 class LmISStream : public LmSStreamBase, public std::istream {
 public:
     explicit LmISStream(const char* text);
-    LmISStream(const char* text, std::size_t length)
-        : LmSStreamBase(text, length), std::istream(&streamBuffer) {}
+    LmISStream(const char* text, std::size_t length);
     using LmSStreamBase::rdbuf;
 };
 

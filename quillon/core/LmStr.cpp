@@ -55,7 +55,13 @@ LmStr::LmStr(const char* text) {
 
 LmStr::LmStr(const char* text, int count) {
     if (text != nullptr) {
-        assignCopy(text, static_cast<std::uint64_t>(count));
+        const auto wanted = static_cast<std::size_t>(count);
+        const std::size_t there = strnlen(text, wanted);
+        assignCopy(text, there);
+        if (there < wanted) {
+            resizeRep(wanted + 1);
+            std::memset(rep->text + there, '\0', wanted + 1 - there);
+        }
     }
 }
 

@@ -30,7 +30,8 @@ public:
     LmStr() noexcept = default;
     /// A copy of a NUL-terminated text; a null pointer gives the null string.
     LmStr(const char* text);
-    /// A copy of the first `count` characters at `text`; a null pointer gives the null string.
+    /// A text of exactly `count` characters: those at `text`, and NULs behind its end should it be shorter. A
+    /// null pointer gives the null string.
     LmStr(const char* text, int count);
     /// A copy of the viewed characters up to the first NUL, since strings hold none. Never null.
     explicit LmStr(std::string_view text);

@@ -15,12 +15,19 @@ namespace {
 
 constexpr int eof = std::char_traits<char>::eof();
 
-/// Takes the characters up to white space, which stays, or to the end of the input.
+/// Takes the characters up to white space, which stays, or to the end of the input. The end fails the stream
+/// only when there was no character.
 std::string takeWord(std::istream& input) {
-    std::streambuf& buffer = *input.rdbuf();
     std::string word;
-    for (int c = buffer.sgetc(); c != eof && !isSpace(static_cast<char>(c)); c = buffer.snextc()) {
+    int c = input.peek();
+    for (; c != eof && !isSpace(static_cast<char>(c)); c = input.peek()) {
         word += static_cast<char>(c);
+        input.ignore();
+    }
+    if (c == eof && word.empty()) {
+        input.setstate(std::ios::eofbit | std::ios::failbit);
+    } else if (c == eof) {
+        input.clear();
     }
     return word;
 }
@@ -89,7 +96,8 @@ void LmStr::readLine(std::istream& input) {
         char chunk[lineChunkLength + 1];
         input.get(chunk, sizeof chunk);
         const auto count = static_cast<std::size_t>(input.gcount());
-        if (input.eof() && count == 0 && line.empty()) {
+        // What cannot be read has ended, too: a failure of the device would come again for ever.
+        if ((input.eof() || input.bad()) && count == 0 && line.empty()) {
             reset();
             return;
         }

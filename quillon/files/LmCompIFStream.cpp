@@ -4,6 +4,8 @@
 #include "quillon/files/CompressionTools.h"
 #include "quillon/files/FileAccess.h"
 
+#include <locale>
+
 namespace quillon {
 
 namespace {
@@ -13,7 +15,9 @@ constexpr std::size_t readBufferSize = 65536;
 
 } // namespace
 
-LmCompIFStream::LmCompIFStream() : pipeNumber(nextPipeNumber()) {}
+LmCompIFStream::LmCompIFStream() : pipeNumber(nextPipeNumber()) {
+    imbue(std::locale::classic());
+}
 
 LmCompIFStream::~LmCompIFStream() {
     // Not by `close`: setting the fail bit may throw in a stream that was told to.

@@ -13,7 +13,7 @@ namespace quillon {
 ///
 /// A file "a.gz" or "a.Z" stands in for a missing "a". A compressed file is read through a named pipe in
 /// `tempDir()`, which an outside tool in the background fills. The pipe exists from `open` until `close` or
-/// destruction, also when `open` failed. Opened once. Belongs to one thread.
+/// destruction, also when `open` failed. Reads in the classic locale. Opened once. Belongs to one thread.
 class LmCompIFStream : public std::ifstream {
 public:
     /// Draws the number of the stream, the next one of the process.

@@ -6,11 +6,12 @@
 
 namespace quillon {
 
-/// The output file stream that all writers use.
+/// The output file stream that all writers use. Writes in the classic locale, whatever that of the process: a
+/// data file must read back under any other.
 class LmOFStream : public std::ofstream {
 public:
-    LmOFStream() = default;
-    explicit LmOFStream(const LmStr& name, std::ios::openmode mode = std::ios::out) { open(name, mode); }
+    LmOFStream();
+    explicit LmOFStream(const LmStr& name, std::ios::openmode mode = std::ios::out);
     ~LmOFStream() override = default;
 
     /// Opens the file for output in any case, whatever `mode` says besides. Sets the fail bit on failure.

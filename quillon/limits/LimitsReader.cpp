@@ -5,10 +5,10 @@
 #include "quillon/core/TagReader.h"
 #include "quillon/core/TokenReader.h"
 #include "quillon/files/FileAccess.h"
+#include "quillon/files/LmIFStream.h"
 #include "quillon/files/VariableExpansion.h"
 #include "quillon/limits/LimitsFormat.h"
 
-#include <fstream>
 #include <memory>
 #include <optional>
 
@@ -289,7 +289,7 @@ bool readLimitsFile(LqLimitsData& target, const LmStr& name, bool withIncludes) 
     if (!checkFileReadable(name)) {
         return false;
     }
-    std::ifstream input(name.c_str());
+    LmIFStream input(name);
     if (!input.is_open()) {
         pushErrorf("Unable to open limit data file \"%s\".", name.c_str());
         return false;
@@ -328,7 +328,7 @@ bool checkLimitsFile(const LmStr& name, float* version) {
     if (!checkFileReadable(name)) {
         return false;
     }
-    std::ifstream input(name.c_str());
+    LmIFStream input(name);
     if (!input.is_open()) {
         pushErrorf("Unable to open limit data file '%s'.", name.c_str());
         return false;

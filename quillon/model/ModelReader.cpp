@@ -6,11 +6,11 @@
 #include "quillon/core/LmStatus.h"
 #include "quillon/core/StreamExtraction.h"
 #include "quillon/files/FileAccess.h"
+#include "quillon/files/LmIFStream.h"
 #include "quillon/model/ModelFormat.h"
 #include "quillon/problem/LqPDDBodyMap.h"
 #include "quillon/problem/LqProblemDefData.h"
 
-#include <fstream>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -262,7 +262,7 @@ bool readModelFileWithSuffix(LqBodyDefData& target, const LmStr& path, const LqP
     if (!checkFileReadable(path)) {
         return false;
     }
-    std::ifstream input(path.c_str());
+    LmIFStream input(path);
     if (!input.is_open()) {
         pushErrorf("Unable to open model file '%s'.", path.c_str());
         return false;
@@ -309,7 +309,7 @@ bool hasModelHeader(const LmStr& path) {
     if (!checkFileReadable(path)) {
         return false;
     }
-    std::ifstream input(path.c_str());
+    LmIFStream input(path);
     if (!input.is_open()) {
         pushErrorf("Unable to open model file '%s'.", path.c_str());
         return false;

@@ -2,6 +2,7 @@
 
 #include "quillon/core/LmStr.h"
 #include "tests/support/ChildProcess.h"
+#include "tests/support/CommaLocale.h"
 
 #include <gtest/gtest.h>
 
@@ -64,6 +65,19 @@ TEST(LmOSStream, HasTheFormatOfANewStream) {
     EXPECT_STREQ(output.str(), "42 0.333333 1.23457e+06 0.1 1 -7");
     EXPECT_EQ(output.precision(), 6);
     EXPECT_EQ(output.flags(), std::ios::skipws | std::ios::dec);
+}
+
+TEST(MemoryStreams, WriteAndReadAPointUnderALocaleWithADecimalComma) {
+    const test::CommaLocale comma;
+    LmOSStream output;
+    output << 1234.5 << ' ' << 1000000;
+    EXPECT_STREQ(output.str(), "1234.5 1000000");
+    LmISStream input("1234.5 7");
+    double real = 0;
+    int integer = 0;
+    EXPECT_TRUE(input >> real >> integer);
+    EXPECT_EQ(real, 1234.5);
+    EXPECT_EQ(integer, 7);
 }
 
 TEST(LmOSStream, WritesStrings) {

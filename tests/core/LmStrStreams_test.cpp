@@ -1,6 +1,7 @@
 #include "quillon/core/LmStr.h"
 
 #include "tests/core/StrForms.h"
+#include "tests/support/FailingDevice.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -100,6 +101,31 @@ TEST(LmStrReadWord, HighBytesBelongToTheWord) {
     EXPECT_STREQ(word.c_str(), "\xA0\x85\xFF");
 }
 
+TEST(LmStrReadWord, WithoutSkippingTheEndIsAFailureTooWhenNothingIsLeft) {
+    std::istringstream input("one");
+    input >> std::noskipws;
+    LmStr word;
+    word.readWord(input);
+    EXPECT_STREQ(word.c_str(), "one");
+    EXPECT_EQ(input.rdstate(), good);
+    word.readWord(input);
+    EXPECT_STREQ(word.c_str(), "");
+    EXPECT_EQ(input.rdstate(), endAndFailure);
+}
+
+TEST(LmStrReadWord, EndsWhereTheDeviceFails) {
+    test::FailingDevice device(" half");
+    std::istream input(&device);
+    LmStr word;
+    word.readWord(input);
+    EXPECT_STREQ(word.c_str(), "half");
+    EXPECT_EQ(input.rdstate(), good);
+    word = "old";
+    word.readWord(input);
+    EXPECT_STREQ(word.c_str(), "old");
+    EXPECT_TRUE(input.bad());
+}
+
 // --- Lines ---------------------------------------------------------------------------------------
 
 /// All lines of a text, up to the null string that shows the end.
@@ -190,6 +216,25 @@ TEST(LmStrReadLine, ClearsAFailureThatIsNotTheEnd) {
     EXPECT_EQ(input.rdstate(), good);
     line.readLine(input);
     EXPECT_STREQ(line.c_str(), "def");
+}
+
+TEST(LmStrReadLine, EndsWhereTheDeviceFails) {
+    test::FailingDevice device("first\nhalf");
+    std::istream input(&device);
+    LmStr line;
+    line.readLine(input);
+    EXPECT_STREQ(line.c_str(), "first");
+    line.readLine(input);
+    EXPECT_STREQ(line.c_str(), "half");
+    line.readLine(input);
+    EXPECT_TRUE(line.isNull());
+    line.readLine(input);
+    EXPECT_TRUE(line.isNull());
+    EXPECT_TRUE(input.bad());
+}
+
+TEST(LmStrReadLine, EndsAtANulAndGoesOnWithTheNextLine) {
+    EXPECT_THAT(linesOf(std::string("ab\0cd\nef\n\0\n", 11)), ElementsAre("ab", "ef", ""));
 }
 
 TEST(LmStrReadLine, LeavesCopiesOfTheOldText) {

@@ -59,6 +59,10 @@ TEST(LmStrConstruction, TakesExactlyTheCount) {
     EXPECT_STREQ(none.c_str(), "");
     const char unterminated[] = {'x', 'y'};
     EXPECT_STREQ(LmStr(unterminated, 2).c_str(), "xy");
+    const LmStr beyondTheEnd("ab", 5);
+    EXPECT_STREQ(beyondTheEnd.c_str(), "ab");
+    EXPECT_EQ(beyondTheEnd.length(), 5);
+    EXPECT_EQ(beyondTheEnd.view(), std::string_view("ab\0\0\0", 5));
 }
 
 TEST(LmStrConstruction, AViewIsNeverNull) {

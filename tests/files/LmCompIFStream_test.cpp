@@ -1,6 +1,7 @@
 #include "quillon/files/LmCompIFStream.h"
 
 #include "tests/files/StreamFixture.h"
+#include "tests/support/CommaLocale.h"
 
 #include <csignal>
 #include <sys/resource.h>
@@ -36,6 +37,18 @@ protected:
 TEST_F(LmCompIFStreamTest, ReadsAPlainFile) {
     writeBytes(at("a.zvx"), "plain text");
     EXPECT_EQ(opened(at("a.zvx")), "good plain 0\nplain text\n");
+}
+
+TEST_F(LmCompIFStreamTest, ReadsAPointUnderALocaleWithADecimalComma) {
+    writeBytes(at("a"), "1234.5 7");
+    const test::CommaLocale comma;
+    LmCompIFStream input;
+    input.open(at("a").c_str());
+    double real = 0;
+    int integer = 0;
+    EXPECT_TRUE(input >> real >> integer);
+    EXPECT_EQ(real, 1234.5);
+    EXPECT_EQ(integer, 7);
 }
 
 TEST_F(LmCompIFStreamTest, ReadsACompressedFileInPlaceOfAMissingOne) {

@@ -1,5 +1,6 @@
 #include "quillon/files/LmOFStream.h"
 
+#include "tests/support/CommaLocale.h"
 #include "tests/support/ScratchDirectory.h"
 
 #include <gtest/gtest.h>
@@ -31,6 +32,21 @@ TEST(LmOFStream, OpensForOutputWhateverTheModeSays) {
     output.close();
     EXPECT_TRUE(output.good());
     EXPECT_EQ(readBytes(scratch / "a"), "text and more");
+}
+
+TEST(LmOFStream, WritesAPointUnderALocaleWithADecimalComma) {
+    const ScratchDirectory scratch;
+    const test::CommaLocale comma;
+    {
+        LmOFStream output((scratch / "a").c_str());
+        output << 1234.5 << ' ' << 1000000;
+    }
+    {
+        LmOFStream output;
+        output.open((scratch / "a").c_str(), std::ios::app);
+        output << ' ' << -0.25;
+    }
+    EXPECT_EQ(readBytes(scratch / "a"), "1234.5 1000000 -0.25");
 }
 
 TEST(LmOFStream, SetsTheFailBitWhenTheFileCannotBeCreated) {
