@@ -85,5 +85,19 @@ TEST(ExecutablePath, OfALongNameIsWhole) {
     }
 }
 
+TEST(ExecutablePath, TellsOfALinkThatCannotBeRead) {
+    if (geteuid() != 0) {
+        GTEST_SKIP() << "only the superuser can hide the link";
+    }
+    const support::ScratchDirectory scratch;
+    const support::ChildResult result = support::runFunction([&scratch] {
+        std::cout << (chroot(scratch.path().c_str()) == 0 ? "hidden " : "not hidden ");
+        std::cout << '[' << executablePath() << ']' << std::flush;
+    });
+    EXPECT_EQ(result.outcome, "0");
+    EXPECT_EQ(result.out, "hidden []");
+    EXPECT_EQ(result.err, "Unable to read link /proc/self/exe\n");
+}
+
 } // namespace
 } // namespace quillon

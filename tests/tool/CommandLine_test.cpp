@@ -2,11 +2,17 @@
 
 #include "quillon/core/LmStatus.h"
 #include "quillon/tool/DescriptorBuf.h"
+#include "tests/support/CancelHook.h"
+#include "tests/support/ChildProcess.h"
+#include "tests/support/CommaLocale.h"
 #include "tests/support/ScratchDirectory.h"
 #include "tests/support/StatusChain.h"
 
 #include <fcntl.h>
+#include <filesystem>
 #include <gtest/gtest.h>
+#include <iostream>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <unistd.h>
@@ -84,6 +90,38 @@ TEST(CommandLine, WarningStandingBeforeMakesTheSpecificationInvalid) {
     pushWarning("Early.");
     EXPECT_EQ(runWith({"info", path.c_str()}),
               (Outcome{1, "", "\n\nERROR: File is not a valid problem specification file.\n       Early.\n\n"}));
+}
+
+TEST(CommandLine, ReportsAProblemDefinitionThatTheUserCancelled) {
+    const test::CleanStatus clean;
+    const ScratchDirectory scratch;
+    const std::string path = scratch / "a.zvx";
+    writeBytes(path, "Kym Problem Specification File\nv1.00\nPROBDEF: " + (scratch / "p") +
+                         "\nMatch: BodyID\nLIMITS: " + (scratch / "limits") + "\n");
+    writeBytes(scratch / "p", "Kym Problem Definition File\nv1.00\n5\n1 a\n2 b\n3 c\n4 d\n5 e\n");
+    const test::CancelAtAsking hook(1);
+    EXPECT_EQ(runWith({"info", path.c_str()}),
+              (Outcome{1, "",
+                       "Read " + path + "\n\n\nERROR: Unable to read '" + (scratch / "p") +
+                           "'.\n       Read aborted.\n       Canceled.\n\n"}));
+}
+
+TEST(CommandLine, ReportsTheSameUnderALocaleWithADecimalComma) {
+    const auto walk = [](bool withComma) {
+        return support::runFunction([withComma] {
+            std::filesystem::current_path(std::filesystem::path(QUILLON_SOURCE_DIR) / "examples" / "walker");
+            std::optional<test::CommaLocale> comma;
+            if (withComma) {
+                comma.emplace();
+            }
+            const Outcome outcome = runWith({"info", "walker.zvx"});
+            std::cout << outcome << std::flush;
+        });
+    };
+    const support::ChildResult classic = walk(false);
+    EXPECT_EQ(classic.outcome, "0");
+    EXPECT_TRUE(classic.out.starts_with("0\n--- out\nsys_var v1 ")) << classic.out;
+    EXPECT_EQ(walk(true).out, classic.out);
 }
 
 TEST(CommandLine, FailsWhenTheReportCannotBeWritten) {

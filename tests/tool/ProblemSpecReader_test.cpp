@@ -1,6 +1,7 @@
 #include "quillon/tool/ProblemSpecReader.h"
 
 #include "quillon/tool/LqProblemSpec.h"
+#include "tests/support/NoFreeDescriptors.h"
 #include "tests/support/ScratchDirectory.h"
 #include "tests/support/StatusChain.h"
 
@@ -91,6 +92,90 @@ TEST(ProblemSpecReader, KeepsWhatWasReadBeforeAFailure) {
     EXPECT_EQ(spec.userValues, (std::map<LmStr, LmStr>{{"x", "1"}}));
 }
 
+TEST(ProblemSpecReader, PutsItsSentenceOnEveryFailureOfTheHeader) {
+    struct Case {
+        const char* text;
+        const char* cause;
+    };
+    const Case cases[] = {
+        {"", "Unable to read from file."},
+        {"Kym Problem Specification File and a remark that makes the line eighty characters\na: b\n",
+         "Unable to read from file."},
+        {"Kym Model File\nv1.00\na: b\n", "Invalid datafile type."},
+        {"Kym Problem Specification\nv1.00\n", "Invalid datafile type."},
+        {"Kym Problem Specification File\n", "Unable to read version identifier."},
+        {"Kym Problem Specification File\nx1.00\na: b\n", "Version identifier not found."},
+        {"Kym Problem Specification File\nv\n", "Unable to read datafile version number."},
+        {"Kym Problem Specification File\nv1.50\na: b\n",
+         "Unsupported datafile version 1.50.  Application supports version 1.00."},
+    };
+    for (const Case& c : cases) {
+        LqProblemSpec spec;
+        EXPECT_THAT(chainAfterReading(c.text, spec),
+                    ElementsAre(error("File is not a valid problem specification file."), error(c.cause)))
+            << c.text;
+        EXPECT_TRUE(spec.userValues.empty()) << c.text;
+    }
+}
+
+TEST(ProblemSpecReader, ReportsABadItemAlone) {
+    struct Case {
+        const char* lines;
+        const char* message;
+    };
+    const Case cases[] = {
+        {"LIMITS\n", "No ':' or '{' following tag 'LIMITS'."},
+        {"notes {\n", "Hit end of file without reading '}' for tag notes"},
+        {"notes { x\n}\n", "Invalid characters trailing '{' for 'notes'."},
+        {"notes {\n} x\n", "Invalid character ('x') trailing '}' for 'notes'."},
+        {"notes {\n}\n", "Multi-line user values are not supported."},
+        {"LIMITS {\n}\n", "Multi-line user values are not supported."},
+        {"Match: Body\n", "Invalid identifier after Match: encountered."},
+        {"Match: bodyID\n", "Invalid identifier after Match: encountered."},
+        {"Match:\n", "Invalid identifier after Match: encountered."},
+        {"Match: BodyID\n",
+         "There MUST be a problem definition in order for there to be a Match: identifier."},
+    };
+    for (const Case& c : cases) {
+        LqProblemSpec spec;
+        spec.setMatchBy(LqMatchBy::BodyName);
+        EXPECT_THAT(chainAfterReading(std::string(header) + c.lines, spec), ElementsAre(error(c.message)))
+            << c.lines;
+        EXPECT_TRUE(spec.isBlank()) << c.lines;
+    }
+}
+
+TEST(ProblemSpecReader, ReadsAllPathsBeforeItMissesTheMatch) {
+    LqProblemSpec spec;
+    EXPECT_THAT(chainAfterReading(std::string(header) + "PROBDEF: p\nLIMITS: l\nx: y\n", spec),
+                ElementsAre(error("There MUST ba a Match: identifier if there is a problem definition.")));
+    EXPECT_EQ(spec.problemDefinition, "p");
+    EXPECT_EQ(spec.limits, "l");
+    EXPECT_EQ(spec.userValues.size(), 1U);
+}
+
+TEST(ProblemSpecReader, TakesAnEntryWithoutAPathForAnEmptyPath) {
+    LqProblemSpec spec;
+    EXPECT_THAT(chainAfterReading(std::string(header) + "PROBDEF:\nMatch: BodyID\n", spec), ElementsAre());
+    EXPECT_EQ(spec.problemDefinition, "");
+    EXPECT_THAT(chainAfterReading(std::string(header) + "LIMITS:\nLIMITS: a\n", spec),
+                ElementsAre(error("There can only be one LIMITS.")));
+}
+
+TEST(ProblemSpecReader, KeepsWhatIsNoKeywordAsAUserValue) {
+    LqProblemSpec spec;
+    const std::string text = std::string(header) + "MODELS: a\nmodel: b\n MATCH : BodyID\r\n: no key\n"
+                                                   "two: lines\\\n  of it\nlatin: \xE9 # no comment\n";
+    EXPECT_THAT(chainAfterReading(text, spec), ElementsAre());
+    EXPECT_TRUE(spec.isBlank());
+    EXPECT_EQ(spec.userValues, (std::map<LmStr, LmStr>{{"MODELS", "a"},
+                                                       {"model", "b"},
+                                                       {"MATCH", "BodyID"},
+                                                       {"", "no key"},
+                                                       {"two", "lines\n  of it"},
+                                                       {"latin", "\xE9 # no comment"}}));
+}
+
 TEST(ProblemSpecReader, NamesEachEntryThatIsGivenTwice) {
     struct Case {
         const char* lines;
@@ -162,6 +247,28 @@ TEST(ProblemSpecReader, ReportsAFileThatIsNotThereIntoTheGivenStatus) {
     EXPECT_THAT(chainOf(status),
                 ElementsAre(error("Unable to open \"" + path + "\"."), error("File does not exist.")));
     EXPECT_THAT(chainOf(), ElementsAre());
+}
+
+TEST(ProblemSpecReader, ReportsAFileThatPassesTheCheckAndDoesNotOpen) {
+    const CleanStatus clean;
+    const ScratchDirectory scratch;
+    const std::string path = scratch / "a.zvx";
+    writeBytes(path, header);
+    LqProblemSpec spec;
+    LmStatus status;
+    {
+        const test::NoFreeDescriptors none;
+        readProblemSpec(spec, path.c_str(), status);
+    }
+    EXPECT_THAT(chainOf(status), ElementsAre(error("Unable to open '" + path + "'.")));
+}
+
+TEST(ProblemSpecReader, ReportsADirectoryUnderItsNameAlone) {
+    const ScratchDirectory scratch;
+    LqProblemSpec spec;
+    LmStatus status;
+    readProblemSpec(spec, scratch.path().c_str(), status);
+    EXPECT_THAT(chainOf(status), ElementsAre(error(scratch.path().string() + " is a directory.")));
 }
 
 TEST(ProblemSpecReader, ReportsACompressedFileWhoseToolIsMissing) {

@@ -4,6 +4,8 @@
 #include "quillon/tool/LqProblemSpec.h"
 #include "quillon/tool/ProblemSpecReader.h"
 #include "tests/support/ChildProcess.h"
+#include "tests/support/CommaLocale.h"
+#include "tests/support/NoFreeDescriptors.h"
 #include "tests/support/ScratchDirectory.h"
 #include "tests/support/StatusChain.h"
 
@@ -138,6 +140,34 @@ TEST(ProblemSpecWriter, WritesAFileInPlaceOfWhatStoodThere) {
     writeProblemSpec(spec, (scratch / "a.zvx").c_str(), status);
     EXPECT_THAT(chainOf(status), ElementsAre());
     EXPECT_EQ(support::readBytes(scratch / "a.zvx"), written(spec));
+}
+
+TEST(ProblemSpecWriter, WritesAndReadsBackUnderALocaleWithADecimalComma) {
+    const ScratchDirectory scratch;
+    const std::string path = scratch / "a.zvx";
+    const test::CommaLocale comma;
+    LqProblemSpec spec;
+    spec.model = "m";
+    LmStatus status;
+    writeProblemSpec(spec, path.c_str(), status);
+    EXPECT_EQ(support::readBytes(path), "Kym Problem Specification File\nv1.00\nMODEL: m\n");
+    LqProblemSpec readBack;
+    readProblemSpec(readBack, path.c_str(), status);
+    EXPECT_THAT(chainOf(status), ElementsAre());
+    EXPECT_TRUE(readBack == spec);
+}
+
+TEST(ProblemSpecWriter, ReportsAFileThatPassesTheCheckAndDoesNotOpen) {
+    const ScratchDirectory scratch;
+    const std::string path = scratch / "a.zvx";
+    LqProblemSpec spec;
+    spec.model = "m";
+    LmStatus status;
+    {
+        const test::NoFreeDescriptors none;
+        writeProblemSpec(spec, path.c_str(), status);
+    }
+    EXPECT_THAT(chainOf(status), ElementsAre(error("Unable to open '" + path + "'.")));
 }
 
 TEST(ProblemSpecWriter, ReportsAFileThatCannotBeWritten) {
