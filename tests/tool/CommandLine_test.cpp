@@ -31,7 +31,9 @@ struct Outcome {
 
     friend bool operator==(const Outcome&, const Outcome&) = default;
     friend std::ostream& operator<<(std::ostream& output, const Outcome& outcome) {
-        return output << outcome.exitCode << "\n--- out\n" << outcome.out << "--- messages\n" << outcome.messages;
+        return output << outcome.exitCode << "\n--- out\n"
+                      << outcome.out << "--- messages\n"
+                      << outcome.messages;
     }
 };
 
@@ -88,8 +90,9 @@ TEST(CommandLine, WarningStandingBeforeMakesTheSpecificationInvalid) {
     const ScratchDirectory scratch;
     const std::string path = writeFamily(scratch);
     pushWarning("Early.");
-    EXPECT_EQ(runWith({"info", path.c_str()}),
-              (Outcome{1, "", "\n\nERROR: File is not a valid problem specification file.\n       Early.\n\n"}));
+    EXPECT_EQ(
+        runWith({"info", path.c_str()}),
+        (Outcome{1, "", "\n\nERROR: File is not a valid problem specification file.\n       Early.\n\n"}));
 }
 
 TEST(CommandLine, ReportsAProblemDefinitionThatTheUserCancelled) {
