@@ -167,6 +167,10 @@ void LmStatus::prependLine(const char* format, ...) {
     newest().message_ = LmStr(text) + "\n" + newest().message_;
 }
 
+void LmStatus::turnIntoWarning() {
+    newest().isWarning = true;
+}
+
 void LmStatus::clear() {
     head_.reset();
 }

@@ -58,6 +58,9 @@ public:
     /// Puts the text and a newline before the newest message. The chain must not be empty.
     void prependLine(const char* format, ...) __attribute__((format(printf, 2, 3)));
 
+    /// Makes a warning of the newest entry. The chain must not be empty.
+    void turnIntoWarning();
+
     /// Frees the chain.
     void clear();
     bool hasEntries() const { return head_ != nullptr; }

@@ -395,6 +395,7 @@ bool readBlockValue(ItemInput& input, std::string_view trailing, TaggedItem& ite
 /// Takes one item. False when an error has been reported.
 bool readItem(ItemInput& input, TaggedItem& item, LmStatus& status) {
     item.found = false;
+    item.tag.clear();
     std::string_view line;
     do {
         if (!input.takeLine(line)) {

@@ -46,6 +46,7 @@ public:
     /// Whether the last `next` ended by an error rather than by the end of the input.
     bool failed() const { return failed_; }
 
+    /// The tag. Behind a `next` that took nothing it is empty, or the tag of the block that could not be taken.
     LmStr tag() const { return LmStr(std::string_view(item.tag)); }
     /// The value, which token readers may eat.
     LmStr& value();

@@ -166,6 +166,15 @@ TEST(LmStatus, AMessageMayBeReportedAgain) {
     EXPECT_THAT(chainOf(status), ElementsAre(error("Again: cause\nAgain: cause"), error("cause")));
 }
 
+TEST(LmStatus, TheNewestEntryBecomesAWarning) {
+    LmStatus status;
+    status.pushError("older");
+    status.pushError("newer");
+    status.turnIntoWarning();
+    EXPECT_FALSE(status.errorStands());
+    EXPECT_THAT(chainOf(status), ElementsAre(warning("newer"), error("older")));
+}
+
 TEST(LmStatus, ALineOnAnEmptyChainEndsTheProcess) {
     const ChildResult added = runFunction([] { LmStatus().addLine("line"); });
     EXPECT_EQ(added.outcome, "SIGSEGV");
