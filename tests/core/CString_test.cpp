@@ -74,13 +74,22 @@ TEST(CString, ComparingWithoutRegardToCaseHasTheReverseSign) {
         const char* b;
         int result;
     } cases[] = {
-        {"abc", "abc", 0}, {"abc", "ABC", 0}, {"", "", 0},
-        {"abc", "abd", 'd' - 'c'}, {"abd", "abc", 'c' - 'd'},
+        {"abc", "abc", 0},
+        {"abc", "ABC", 0},
+        {"", "", 0},
+        {"abc", "abd", 'd' - 'c'},
+        {"abd", "abc", 'c' - 'd'},
         // The difference is that of the characters as they stand, not of their upper-case forms.
-        {"ABC", "abd", 'd' - 'C'}, {"abd", "ABC", 'C' - 'd'},
-        {"z", "_", '_' - 'z'}, {"Z", "_", '_' - 'Z'},
-        {"ab", "abc", 'c'}, {"AB", "abC", 'C'}, {"abc", "ab", -'c'}, {"abC", "AB", -'C'},
-        {"", "x", 'x'}, {"x", "", -'x'},
+        {"ABC", "abd", 'd' - 'C'},
+        {"abd", "ABC", 'C' - 'd'},
+        {"z", "_", '_' - 'z'},
+        {"Z", "_", '_' - 'Z'},
+        {"ab", "abc", 'c'},
+        {"AB", "abC", 'C'},
+        {"abc", "ab", -'c'},
+        {"abC", "AB", -'C'},
+        {"", "x", 'x'},
+        {"x", "", -'x'},
         {"\xE9", "\xE9", 0},
     };
     for (const auto& each : cases) {
@@ -96,13 +105,17 @@ TEST(CString, ComparingOverACount) {
         int n;
         int result;
     } cases[] = {
-        {"abc", "ABX", 2, 0},    {"abc", "ABX", 3, 'X' - 'c'}, {"abc", "xyz", 0, 0},   {"", "", 3, 0},
-        {"ab", "abc", 2, 0},     {"ab", "abc", 3, 'c'},        {"abc", "ab", 2, 0},    {"abc", "ab", 3, -'c'},
-        {"a", "B", -1, 'B' - 'a'}, {"a", "A", -1, 'A' - 'a'},  {"abc", "axx", -5, 0},  {"", "x", -1, 'x'},
-        {"x", "", -1, -'x'},     {"", "x", 0, 0},
+        {"abc", "ABX", 2, 0},      {"abc", "ABX", 3, 'X' - 'c'},
+        {"abc", "xyz", 0, 0},      {"", "", 3, 0},
+        {"ab", "abc", 2, 0},       {"ab", "abc", 3, 'c'},
+        {"abc", "ab", 2, 0},       {"abc", "ab", 3, -'c'},
+        {"a", "B", -1, 'B' - 'a'}, {"a", "A", -1, 'A' - 'a'},
+        {"abc", "axx", -5, 0},     {"", "x", -1, 'x'},
+        {"x", "", -1, -'x'},       {"", "x", 0, 0},
     };
     for (const auto& each : cases) {
-        EXPECT_EQ(strCompareNoCaseN(each.a, each.b, each.n), each.result) << each.a << ", " << each.b << ", " << each.n;
+        EXPECT_EQ(strCompareNoCaseN(each.a, each.b, each.n), each.result)
+            << each.a << ", " << each.b << ", " << each.n;
     }
 }
 

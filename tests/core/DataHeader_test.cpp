@@ -44,11 +44,14 @@ const Format formats[] = {
     {DataFileFormat::Model, "Kym Model File", 1, "Unable to read Header Identification.", false,
      "Invalid datafile header id.", "Unable to read version number.", ". Application uses version "},
     {DataFileFormat::Limits, "Kym System Variable Limits File", 2, "Error reading file.", false,
-     "Invalid datafile header id.", "Unable to read datafile version number.", ".  Application uses version "},
+     "Invalid datafile header id.", "Unable to read datafile version number.",
+     ".  Application uses version "},
     {DataFileFormat::ScaleDef, "Kym Scale Definition File", 1, "Error reading file.", false,
-     "Invalid datafile header id.", "Unable to read datafile version number.", ".  Application uses version "},
-    {DataFileFormat::Measured, "Kym Measured File", 1, "Error reading file.", false, "Invalid datafile header id.",
-     "Unable to read datafile version number.", ".  Application uses version "},
+     "Invalid datafile header id.", "Unable to read datafile version number.",
+     ".  Application uses version "},
+    {DataFileFormat::Measured, "Kym Measured File", 1, "Error reading file.", false,
+     "Invalid datafile header id.", "Unable to read datafile version number.",
+     ".  Application uses version "},
 };
 
 void PrintTo(const Format& format, std::ostream* output) {
@@ -69,7 +72,8 @@ bool isPlain(const Format& format) {
 }
 
 StatusChain refusalOf(const Format& format, const std::string& number) {
-    return {error("Unsupported datafile version " + number + format.refusal + std::to_string(format.version) + ".00.")};
+    return {error("Unsupported datafile version " + number + format.refusal + std::to_string(format.version) +
+                  ".00.")};
 }
 
 /// A number that cannot be read. The model reader goes on to the test of the version, which is then 0.
@@ -157,8 +161,9 @@ TEST_P(DataHeader, AnEmptyFileFailsAtTheFirstLine) {
 
 TEST_P(DataHeader, AnEmptyFirstLineIsAFailureOrAnotherId) {
     // Taking an empty part of a line fails the stream; taking a whole empty line does not.
-    refuses("\n" + withSecondLine("v1.00\n"),
-            badFirstLine(GetParam(), isGeneric(GetParam()) ? GetParam().firstLineFails : GetParam().idDiffers));
+    refuses(
+        "\n" + withSecondLine("v1.00\n"),
+        badFirstLine(GetParam(), isGeneric(GetParam()) ? GetParam().firstLineFails : GetParam().idDiffers));
 }
 
 TEST_P(DataHeader, TheFirstLineHasALimit) {
@@ -223,8 +228,10 @@ TEST_P(DataHeader, AMissingSecondLineFails) {
     if (GetParam().format == DataFileFormat::Model) {
         return;
     }
-    const char* const message = isSpec(GetParam()) ? "Unable to read version identifier." : GetParam().numberFails;
-    for (const std::string& text : {GetParam().id, withSecondLine(""), withSecondLine("\n"), withSecondLine(" \n ")}) {
+    const char* const message =
+        isSpec(GetParam()) ? "Unable to read version identifier." : GetParam().numberFails;
+    for (const std::string& text :
+         {GetParam().id, withSecondLine(""), withSecondLine("\n"), withSecondLine(" \n ")}) {
         refuses(text, {error(message)});
     }
 }
@@ -255,7 +262,8 @@ TEST_P(DataHeader, TheWholePartOfTheVersionDecides) {
 }
 
 TEST_P(DataHeader, TheRestOfTheVersionLineIsDiscardedOrLeft) {
-    accepts(withSecondLine("v" + digit() + ".00 # x\ncontent"), isPlain(GetParam()) ? " # x\ncontent" : "content");
+    accepts(withSecondLine("v" + digit() + ".00 # x\ncontent"),
+            isPlain(GetParam()) ? " # x\ncontent" : "content");
     accepts(withSecondLine("v" + digit() + ".00"), "");
     const std::string remark(90, 'r');
     accepts(withSecondLine("v" + digit() + ".00" + remark + "\nc"),
@@ -295,10 +303,10 @@ TEST(GenericHeader, TakesAnyIdAndVersion) {
 }
 
 TEST(HeaderConstants, HoldIdsAndVersions) {
-    const std::array ids{&problemSpecFileId, &problemDefFileId, &modelFileId, &limitsFileId, &scaleDefFileId,
-                         &measuredFileId};
-    const std::array versions{problemSpecFileVersion, problemDefFileVersion, modelFileVersion, limitsFileVersion,
-                              scaleDefFileVersion, measuredFileVersion};
+    const std::array ids{&problemSpecFileId, &problemDefFileId, &modelFileId,
+                         &limitsFileId,      &scaleDefFileId,   &measuredFileId};
+    const std::array versions{problemSpecFileVersion, problemDefFileVersion, modelFileVersion,
+                              limitsFileVersion,      scaleDefFileVersion,   measuredFileVersion};
     for (std::size_t i = 0; i < ids.size(); ++i) {
         EXPECT_EQ(ids[i]->c_str(), formats[i].id);
         EXPECT_EQ(versions[i], static_cast<float>(formats[i].version));

@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
-// Random programs of string operations, run on LmStr and on std::string side by side. Many strings are alive at a
-// time and share texts, so an operation that writes to a shared text shows in another string.
+// Random programs of string operations, run on LmStr and on std::string side by side. Many strings are alive
+// at a time and share texts, so an operation that writes to a shared text shows in another string.
 
 namespace quillon {
 namespace {
@@ -44,11 +44,21 @@ public:
             shorten(pair);
         }
         switch (below(5)) {
-        case 0: assign(pair); break;
-        case 1: grow(pair); break;
-        case 2: shrink(pair); break;
-        case 3: replace(pair); break;
-        default: question(pair); break;
+        case 0:
+            assign(pair);
+            break;
+        case 1:
+            grow(pair);
+            break;
+        case 2:
+            shrink(pair);
+            break;
+        case 3:
+            replace(pair);
+            break;
+        default:
+            question(pair);
+            break;
         }
     }
 
@@ -221,7 +231,8 @@ private:
         case 2: {
             lastOperation = "trimLeft";
             pair.string.trimLeft();
-            pair.model.erase(pair.model.begin(), std::find_if_not(pair.model.begin(), pair.model.end(), isSpace));
+            pair.model.erase(pair.model.begin(),
+                             std::find_if_not(pair.model.begin(), pair.model.end(), isSpace));
             break;
         }
         case 3:
@@ -257,7 +268,8 @@ private:
     }
 
     static std::string withAllReplaced(std::string text, const std::string& target, const std::string& by) {
-        for (std::size_t at = text.find(target); at != std::string::npos; at = text.find(target, at + by.size())) {
+        for (std::size_t at = text.find(target); at != std::string::npos;
+             at = text.find(target, at + by.size())) {
             text.replace(at, target.size(), by);
         }
         return text;
@@ -325,7 +337,8 @@ private:
         ASSERT_EQ(pair.string.find(target.c_str(), &found), at != std::string::npos);
         ASSERT_EQ(found, at == std::string::npos ? -1 : static_cast<int>(at));
         const std::size_t last = pair.model.rfind(c);
-        ASSERT_EQ(pair.string.lastIndexOf(c), last == std::string::npos ? 2147483647 : static_cast<int>(last));
+        ASSERT_EQ(pair.string.lastIndexOf(c),
+                  last == std::string::npos ? 2147483647 : static_cast<int>(last));
         ASSERT_EQ(pair.string.count(c), std::count(pair.model.begin(), pair.model.end(), c));
         ASSERT_EQ(pair.string < other.string, pair.model < other.model);
         ASSERT_EQ(pair.string == other.string, pair.model == other.model);

@@ -306,9 +306,7 @@ TEST(LmStrSharing, AStringAloneChangesAtItsOffset) {
 TEST(LmStrSharing, TheLastUserOfATextChangesItInPlace) {
     LmStr text("abc");
     const char* const place = text.c_str();
-    {
-        const LmStr copy(text);
-    }
+    { const LmStr copy(text); }
     text.setChar(1, 'X');
     EXPECT_EQ(text.c_str(), place);
 }

@@ -87,21 +87,55 @@ const NullCase operationsThatNeedAText[] = {
     {"compareNoCaseWhole", [](LmStr& s) { static_cast<void>(s.compareNoCaseWhole("a")); }},
     {"compareNatural of null and text", [](LmStr& s) { static_cast<void>(compareNatural(s, LmStr("a"))); }},
     {"compareNatural of text and null", [](LmStr& s) { static_cast<void>(compareNatural(LmStr("a1"), s)); }},
-    {"toDouble", [](LmStr& s) { double out = 0; static_cast<void>(s.toDouble(out)); }},
+    {"toDouble",
+     [](LmStr& s) {
+         double out = 0;
+         static_cast<void>(s.toDouble(out));
+     }},
     {"toFloat", [](LmStr& s) { static_cast<void>(s.toFloat(nullptr)); }},
-    {"toLong", [](LmStr& s) { std::int64_t out = 0; static_cast<void>(s.toLong(out)); }},
-    {"toInt", [](LmStr& s) { std::int32_t out = 0; static_cast<void>(s.toInt(out)); }},
-    {"toHex", [](LmStr& s) { std::int32_t out = 0; static_cast<void>(s.toHex(out)); }},
-    {"toBool", [](LmStr& s) { bool out = false; static_cast<void>(s.toBool(out)); }},
-    {"parseIntPrefix", [](LmStr& s) { std::int64_t out = 0; int n = 0; static_cast<void>(s.parseIntPrefix(out, n)); }},
+    {"toLong",
+     [](LmStr& s) {
+         std::int64_t out = 0;
+         static_cast<void>(s.toLong(out));
+     }},
+    {"toInt",
+     [](LmStr& s) {
+         std::int32_t out = 0;
+         static_cast<void>(s.toInt(out));
+     }},
+    {"toHex",
+     [](LmStr& s) {
+         std::int32_t out = 0;
+         static_cast<void>(s.toHex(out));
+     }},
+    {"toBool",
+     [](LmStr& s) {
+         bool out = false;
+         static_cast<void>(s.toBool(out));
+     }},
+    {"parseIntPrefix",
+     [](LmStr& s) {
+         std::int64_t out = 0;
+         int n = 0;
+         static_cast<void>(s.parseIntPrefix(out, n));
+     }},
     {"split", [](LmStr& s) { static_cast<void>(s.split(',')); }},
     {"lines", [](LmStr& s) { static_cast<void>(s.lines()); }},
     {"identifierLength", [](LmStr& s) { static_cast<void>(s.identifierLength()); }},
-    {"splitTrailingNumber", [](LmStr& s) { LmStr stem; std::int64_t n = 0; splitTrailingNumber(stem, n, s); }},
+    {"splitTrailingNumber",
+     [](LmStr& s) {
+         LmStr stem;
+         std::int64_t n = 0;
+         splitTrailingNumber(stem, n, s);
+     }},
     {"nextNumbered", [](LmStr& s) { static_cast<void>(nextNumbered(s)); }},
     {"trailingSlashCount", [](LmStr& s) { static_cast<void>(s.trailingSlashCount()); }},
     {"wordWrap", [](LmStr& s) { static_cast<void>(s.wordWrap(70, 8)); }},
-    {"writing to a stream", [](LmStr& s) { std::ostringstream output; output << s; }},
+    {"writing to a stream",
+     [](LmStr& s) {
+         std::ostringstream output;
+         output << s;
+     }},
 };
 
 TEST(LmStrNull, ReachingForTheTextEndsTheProcessByAMemoryFault) {

@@ -101,11 +101,26 @@ TEST(FormatReal, KnowsTheFormsThatAStreamPrints) {
     const struct {
         float value;
         const char* text;
-    } cases[] = {{0.0F, "0"}, {-0.0F, "-0"}, {1.0F, "1"}, {0.1F, "0.1"}, {-12.5F, "-12.5"}, {100000.0F, "100000"},
-                 {1e6F, "1e+06"}, {999999.0F, "999999"}, {999999.5F, "1e+06"}, {123456.5F, "123456"},
-                 {123457.5F, "123458"}, {0.0001F, "0.0001"}, {0.00001F, "1e-05"}, {1e10F, "1e+10"},
-                 {3.4028235e38F, "3.40282e+38"}, {1.4e-45F, "1.4013e-45"}, {infinity, "inf"}, {-infinity, "-inf"},
-                 {1.0F / 3.0F, "0.333333"}, {16777216.0F, "1.67772e+07"}};
+    } cases[] = {{0.0F, "0"},
+                 {-0.0F, "-0"},
+                 {1.0F, "1"},
+                 {0.1F, "0.1"},
+                 {-12.5F, "-12.5"},
+                 {100000.0F, "100000"},
+                 {1e6F, "1e+06"},
+                 {999999.0F, "999999"},
+                 {999999.5F, "1e+06"},
+                 {123456.5F, "123456"},
+                 {123457.5F, "123458"},
+                 {0.0001F, "0.0001"},
+                 {0.00001F, "1e-05"},
+                 {1e10F, "1e+10"},
+                 {3.4028235e38F, "3.40282e+38"},
+                 {1.4e-45F, "1.4013e-45"},
+                 {infinity, "inf"},
+                 {-infinity, "-inf"},
+                 {1.0F / 3.0F, "0.333333"},
+                 {16777216.0F, "1.67772e+07"}};
     for (const auto& each : cases) {
         EXPECT_EQ(formatted(each.value), each.text);
     }
@@ -145,7 +160,8 @@ TEST(FormatReal, GivesWhatAStreamGivesForTiesInTheSixthDigit) {
     std::mt19937 random(seed + 1);
     int failures = 0;
     for (int i = 0; i < 100000 && failures < 5; ++i) {
-        // Six digits and a half, a quarter and so on of the last one: ties, since the fraction is exact in binary.
+        // Six digits and a half, a quarter and so on of the last one: ties, since the fraction is exact in
+        // binary.
         const auto sixDigits = static_cast<float>(100000 + random() % 900000);
         const auto fiveDigits = static_cast<float>(10000 + random() % 90000);
         failures += comparison.agreesOn(sixDigits + 0.5F) ? 0 : 1;
@@ -172,8 +188,15 @@ TEST(FormatReal, GivesWhatAStreamGivesForDenormalsAndNotANumber) {
 
 TEST(FormatInt, GivesPlainDecimal) {
     std::mt19937_64 random(seed + 2);
-    std::vector<std::int64_t> values{0, 1, -1, 9, 10, -10, std::numeric_limits<std::int64_t>::max(),
-                                     std::numeric_limits<std::int64_t>::min(), std::numeric_limits<std::int32_t>::min()};
+    std::vector<std::int64_t> values{0,
+                                     1,
+                                     -1,
+                                     9,
+                                     10,
+                                     -10,
+                                     std::numeric_limits<std::int64_t>::max(),
+                                     std::numeric_limits<std::int64_t>::min(),
+                                     std::numeric_limits<std::int32_t>::min()};
     for (int i = 0; i < 20000; ++i) {
         values.push_back(static_cast<std::int64_t>(random()) >> random() % 64);
     }
@@ -234,26 +257,31 @@ private:
     bool compare(const Format& format, const std::string& what) {
         const bool same = ourBuf.text() == standardBuf.text() && ours.rdstate() == standard.rdstate() &&
                           ours.width() == standard.width() && ourBuf.syncs == standardBuf.syncs;
-        EXPECT_TRUE(same) << what << " with flags " << format.flags << ", precision " << format.precision << ", width "
-                          << format.width << ", limit " << format.limit << ", state " << format.state << ":\n\""
-                          << ourBuf.text() << "\" in state " << ours.rdstate() << ", width " << ours.width() << ", "
-                          << ourBuf.syncs << " flushes, and not\n\"" << standardBuf.text() << "\" in state "
-                          << standard.rdstate() << ", width " << standard.width() << ", " << standardBuf.syncs;
+        EXPECT_TRUE(same) << what << " with flags " << format.flags << ", precision " << format.precision
+                          << ", width " << format.width << ", limit " << format.limit << ", state "
+                          << format.state << ":\n\"" << ourBuf.text() << "\" in state " << ours.rdstate()
+                          << ", width " << ours.width() << ", " << ourBuf.syncs << " flushes, and not\n\""
+                          << standardBuf.text() << "\" in state " << standard.rdstate() << ", width "
+                          << standard.width() << ", " << standardBuf.syncs;
         return same;
     }
 };
 
 PrintComparison::Format anyFormat(std::mt19937& random) {
-    static constexpr std::array floats{std::ios::fmtflags{}, std::ios::fmtflags{}, std::ios::fixed, std::ios::scientific,
-                                       std::ios::fixed | std::ios::scientific};
-    static constexpr std::array bases{std::ios::dec, std::ios::dec, std::ios::hex, std::ios::oct, std::ios::fmtflags{}};
-    static constexpr std::array sides{std::ios::fmtflags{}, std::ios::left, std::ios::right, std::ios::internal};
-    static constexpr std::array states{std::ios::goodbit, std::ios::goodbit, std::ios::goodbit, std::ios::goodbit,
-                                       std::ios::failbit, std::ios::badbit, std::ios::eofbit};
+    static constexpr std::array floats{std::ios::fmtflags{}, std::ios::fmtflags{}, std::ios::fixed,
+                                       std::ios::scientific, std::ios::fixed | std::ios::scientific};
+    static constexpr std::array bases{std::ios::dec, std::ios::dec, std::ios::hex, std::ios::oct,
+                                      std::ios::fmtflags{}};
+    static constexpr std::array sides{std::ios::fmtflags{}, std::ios::left, std::ios::right,
+                                      std::ios::internal};
+    static constexpr std::array states{std::ios::goodbit, std::ios::goodbit, std::ios::goodbit,
+                                       std::ios::goodbit, std::ios::failbit, std::ios::badbit,
+                                       std::ios::eofbit};
     PrintComparison::Format format;
-    format.flags = floats[random() % floats.size()] | bases[random() % bases.size()] | sides[random() % sides.size()];
-    for (const std::ios::fmtflags flag : {std::ios::showpos, std::ios::showpoint, std::ios::uppercase, std::ios::showbase,
-                                          std::ios::unitbuf, std::ios::skipws}) {
+    format.flags =
+        floats[random() % floats.size()] | bases[random() % bases.size()] | sides[random() % sides.size()];
+    for (const std::ios::fmtflags flag : {std::ios::showpos, std::ios::showpoint, std::ios::uppercase,
+                                          std::ios::showbase, std::ios::unitbuf, std::ios::skipws}) {
         if (random() % 4 == 0) {
             format.flags |= flag;
         }
@@ -281,7 +309,8 @@ void comparePrinting(const std::locale& locale, unsigned randomSeed) {
             // The format that nearly all is printed in, on a stream that may be full or failed.
             format = {.state = format.state, .limit = format.limit};
         }
-        const auto integer = static_cast<std::int64_t>(std::uint64_t{random()} << 32 | random()) >> random() % 64;
+        const auto integer =
+            static_cast<std::int64_t>(std::uint64_t{random()} << 32 | random()) >> random() % 64;
         failures += comparison.agreesOn(anyFloat(random), format) ? 0 : 1;
         failures += comparison.agreesOn(integer, format) ? 0 : 1;
     }
@@ -318,7 +347,8 @@ TEST(FormatGuard, PutsTheFormatBack) {
     const std::ios::fmtflags flags = output.flags();
     {
         const FormatGuard guard(output);
-        output << std::fixed << std::left << std::hex << std::setprecision(9) << std::setfill('x') << std::setw(2) << 5;
+        output << std::fixed << std::left << std::hex << std::setprecision(9) << std::setfill('x')
+               << std::setw(2) << 5;
     }
     EXPECT_EQ(output.flags(), flags);
     EXPECT_EQ(output.precision(), 3);

@@ -32,17 +32,28 @@ public:
 
     std::string number() {
         switch (below(12)) {
-        case 0: return nearALimit();
-        case 1: return nasty();
-        case 2: return longDigits();
-        case 3: return soup();
-        case 4: return mutated(plainReal());
-        case 5: return mutated(printedReal());
-        case 6: return printedReal();
-        case 7: return std::to_string(static_cast<int>(random() >> below(64)));
-        case 8: return fixedColumns();
-        case 9: return betweenTwoDoubles();
-        default: return plainReal();
+        case 0:
+            return nearALimit();
+        case 1:
+            return nasty();
+        case 2:
+            return longDigits();
+        case 3:
+            return soup();
+        case 4:
+            return mutated(plainReal());
+        case 5:
+            return mutated(printedReal());
+        case 6:
+            return printedReal();
+        case 7:
+            return std::to_string(static_cast<int>(random() >> below(64)));
+        case 8:
+            return fixedColumns();
+        case 9:
+            return betweenTwoDoubles();
+        default:
+            return plainReal();
         }
     }
 
@@ -69,13 +80,20 @@ private:
 
     std::string tail() {
         switch (below(10)) {
-        case 0: return "";
-        case 1: return "\n";
-        case 2: return "\r\n";
-        case 3: return oneOf(std::array{"x", "-", "+", ".", ",", "e", "E", "#", "\xFF", "\xA0"});
-        case 4: return std::string(1, '\0');
-        case 5: return "  # remark\n";
-        default: return " ";
+        case 0:
+            return "";
+        case 1:
+            return "\n";
+        case 2:
+            return "\r\n";
+        case 3:
+            return oneOf(std::array{"x", "-", "+", ".", ",", "e", "E", "#", "\xFF", "\xA0"});
+        case 4:
+            return std::string(1, '\0');
+        case 5:
+            return "  # remark\n";
+        default:
+            return " ";
         }
     }
 
@@ -96,9 +114,9 @@ private:
     }
 
     std::string nearALimit() {
-        static constexpr std::array limits{"2147483647", "2147483648", "4294967295", "4294967296",
-                                           "9223372036854775807", "9223372036854775808", "18446744073709551615",
-                                           "18446744073709551616"};
+        static constexpr std::array limits{
+            "2147483647",          "2147483648",          "4294967295",           "4294967296",
+            "9223372036854775807", "9223372036854775808", "18446744073709551615", "18446744073709551616"};
         std::string text = oneOf(limits);
         char& last = text[text.size() - 1 - below(2)];
         last = static_cast<char>('0' + below(10));
@@ -109,17 +127,89 @@ private:
     }
 
     std::string nasty() {
-        static constexpr std::array texts{
-            "", "-", "+", ".", "-.", "+.5", "-.5", "5.", "-5.", "1e", "1e+", "1e-", "1.e5", ".e5", "e5", "1e5.5", "1ee5",
-            "1e+-5", "--1", "+-1", "1-", "1+", "1.2.3", "..5", "0x10", "0X1p3", "-0x1", "0x", "010", "00", "-0", "-0.0",
-            "+0", "0e0", "0e999999", "1e999999999999999999999", "1e-999999999999999999999", "nan", "NaN", "inf",
-            "-inf", "Infinity", "1e308", "1.7976931348623157e308", "1.7976931348623158e308", "1.7976931348623159e308",
-            "1.8e308", "-1e309", "4.9e-324", "2.4e-324", "2.5e-324", "1e-400", "2.2250738585072014e-308",
-            "2.2250738585072011e-308", "3.4028234663852886e38", "3.4028235677973366e38", "3.4028236e38", "-3.5e38",
-            "1.17549435e-38", "1.4e-45", "7e-46", "1e-46", "9007199254740993", "9007199254740992.5", "1,000", "1.000,5",
-            "1'000", "1_0", "0.1", "0.30000000000000004", "123456789012345678901234567890",
-            "0.000000000000000000000000000000000000000000001", "1e0000000000000000000001", "1e+0000", "0000000000000001",
-            "8.5e", "12abc", "1f", "1L", "1 2", "1\t", "\xC3\xA9", "\xD9\xA1"};
+        static constexpr std::array texts{"",
+                                          "-",
+                                          "+",
+                                          ".",
+                                          "-.",
+                                          "+.5",
+                                          "-.5",
+                                          "5.",
+                                          "-5.",
+                                          "1e",
+                                          "1e+",
+                                          "1e-",
+                                          "1.e5",
+                                          ".e5",
+                                          "e5",
+                                          "1e5.5",
+                                          "1ee5",
+                                          "1e+-5",
+                                          "--1",
+                                          "+-1",
+                                          "1-",
+                                          "1+",
+                                          "1.2.3",
+                                          "..5",
+                                          "0x10",
+                                          "0X1p3",
+                                          "-0x1",
+                                          "0x",
+                                          "010",
+                                          "00",
+                                          "-0",
+                                          "-0.0",
+                                          "+0",
+                                          "0e0",
+                                          "0e999999",
+                                          "1e999999999999999999999",
+                                          "1e-999999999999999999999",
+                                          "nan",
+                                          "NaN",
+                                          "inf",
+                                          "-inf",
+                                          "Infinity",
+                                          "1e308",
+                                          "1.7976931348623157e308",
+                                          "1.7976931348623158e308",
+                                          "1.7976931348623159e308",
+                                          "1.8e308",
+                                          "-1e309",
+                                          "4.9e-324",
+                                          "2.4e-324",
+                                          "2.5e-324",
+                                          "1e-400",
+                                          "2.2250738585072014e-308",
+                                          "2.2250738585072011e-308",
+                                          "3.4028234663852886e38",
+                                          "3.4028235677973366e38",
+                                          "3.4028236e38",
+                                          "-3.5e38",
+                                          "1.17549435e-38",
+                                          "1.4e-45",
+                                          "7e-46",
+                                          "1e-46",
+                                          "9007199254740993",
+                                          "9007199254740992.5",
+                                          "1,000",
+                                          "1.000,5",
+                                          "1'000",
+                                          "1_0",
+                                          "0.1",
+                                          "0.30000000000000004",
+                                          "123456789012345678901234567890",
+                                          "0.000000000000000000000000000000000000000000001",
+                                          "1e0000000000000000000001",
+                                          "1e+0000",
+                                          "0000000000000001",
+                                          "8.5e",
+                                          "12abc",
+                                          "1f",
+                                          "1L",
+                                          "1 2",
+                                          "1\t",
+                                          "\xC3\xA9",
+                                          "\xD9\xA1"};
         return oneOf(texts);
     }
 
@@ -149,9 +239,12 @@ private:
     std::string mutated(std::string text) {
         const std::uint64_t at = below(text.size() + 1);
         switch (below(3)) {
-        case 0: return text.insert(at, soup().substr(0, 1));
-        case 1: return text.erase(at, 1);
-        default: return text.replace(at, 1, soup().substr(0, 1));
+        case 0:
+            return text.insert(at, soup().substr(0, 1));
+        case 1:
+            return text.erase(at, 1);
+        default:
+            return text.replace(at, 1, soup().substr(0, 1));
         }
     }
 
@@ -163,10 +256,12 @@ private:
     }
 
     std::string printedReal() {
-        static constexpr std::array formats{"%.6g", "%.9g", "%.15g", "%.16g", "%.17g", "%.18g", "%.*e", "%.*g"};
+        static constexpr std::array formats{"%.6g",  "%.9g",  "%.15g", "%.16g",
+                                            "%.17g", "%.18g", "%.*e",  "%.*g"};
         std::array<char, 900> block{};
         const double value =
-            oneIn(2) ? anyDouble() : static_cast<double>(static_cast<std::int64_t>(random() >> below(60))) / 1000.0;
+            oneIn(2) ? anyDouble()
+                     : static_cast<double>(static_cast<std::int64_t>(random() >> below(60))) / 1000.0;
         const std::uint64_t which = below(formats.size());
         const int precision = static_cast<int>(below(30));
 #pragma GCC diagnostic push
@@ -184,13 +279,15 @@ private:
     std::string betweenTwoDoubles() {
         const std::uint64_t mantissa = (std::uint64_t{1} << 53) | (random() >> 11) | 1;
         return sign() + std::to_string(mantissa) +
-               oneOf(std::array{"", "", ".", ".000000", ".00000000000000000000000000000000001", "e0", "e-5", "e5"});
+               oneOf(std::array{"", "", ".", ".000000", ".00000000000000000000000000000000001", "e0", "e-5",
+                                "e5"});
     }
 
     std::string fixedColumns() {
         std::array<char, 120> block{};
         const double value = static_cast<double>(static_cast<std::int32_t>(random())) / 65536.0;
-        std::snprintf(block.data(), block.size(), "%10.6f %8.3f%4d\n", value, value / 7, static_cast<int>(below(2000)));
+        std::snprintf(block.data(), block.size(), "%10.6f %8.3f%4d\n", value, value / 7,
+                      static_cast<int>(below(2000)));
         return block.data();
     }
 };

@@ -29,8 +29,8 @@ inline std::string textOf(const LmStr& text) {
     return std::string(text.view());
 }
 
-/// Runs `check` on a string with the given text in each of its forms: alone, at an offset, shared, and shared at an
-/// offset. Whatever `check` does to the string, the copies that share its text keep theirs.
+/// Runs `check` on a string with the given text in each of its forms: alone, at an offset, shared, and shared
+/// at an offset. Whatever `check` does to the string, the copies that share its text keep theirs.
 template <class Check>
 void forEachForm(const std::string& text, const Check& check) {
     for (const bool atOffset : {false, true}) {

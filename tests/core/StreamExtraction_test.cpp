@@ -18,8 +18,9 @@
 #include <streambuf>
 #include <string>
 
-// Every extraction is compared with the standard operation that it stands for: on streams that hold the same text, in
-// the same state, with the same flags and locale, both must give the same value, the same state and the same rest.
+// Every extraction is compared with the standard operation that it stands for: on streams that hold the same
+// text, in the same state, with the same flags and locale, both must give the same value, the same state and
+// the same rest.
 
 namespace quillon {
 namespace {
@@ -76,8 +77,9 @@ protected:
 
 enum class Operation { Int, Double, Float, White, Char, SkipChars, RestOfLine, Line, PartOfLine };
 constexpr int operationCount = 9;
-constexpr std::array operationNames{"extractInt",     "extractDouble", "extractFloat",     "skipWhiteSpace", "extractChar",
-                                    "skipChars", "skipRestOfLine", "extractLine", "extractPartOfLine"};
+constexpr std::array operationNames{"extractInt",     "extractDouble", "extractFloat",
+                                    "skipWhiteSpace", "extractChar",   "skipChars",
+                                    "skipRestOfLine", "extractLine",   "extractPartOfLine"};
 
 /// What one extraction gave; the bits of reals, so that signed zeros and NaN compare.
 struct Outcome {
@@ -91,9 +93,10 @@ struct Outcome {
 
     friend bool operator==(const Outcome&, const Outcome&) = default;
     friend std::ostream& operator<<(std::ostream& output, const Outcome& outcome) {
-        return output << "int " << outcome.integer << ", double bits " << outcome.doubleBits << ", float bits "
-                      << outcome.floatBits << ", char " << int{outcome.character} << ", line \"" << outcome.line
-                      << "\", returned " << outcome.good << ", state " << outcome.state;
+        return output << "int " << outcome.integer << ", double bits " << outcome.doubleBits
+                      << ", float bits " << outcome.floatBits << ", char " << int{outcome.character}
+                      << ", line \"" << outcome.line << "\", returned " << outcome.good << ", state "
+                      << outcome.state;
     }
 };
 
@@ -113,15 +116,33 @@ Outcome byOurs(std::istream& input, Operation operation, int count) {
     double real = unwrittenDouble;
     float narrow = unwrittenFloat;
     switch (operation) {
-    case Operation::Int: outcome.good = extractInt(input, outcome.integer); break;
-    case Operation::Double: outcome.good = extractDouble(input, real); break;
-    case Operation::Float: outcome.good = extractFloat(input, narrow); break;
-    case Operation::White: outcome.good = skipWhiteSpace(input); break;
-    case Operation::Char: outcome.good = extractChar(input, outcome.character); break;
-    case Operation::SkipChars: outcome.good = skipChars(input, count); break;
-    case Operation::RestOfLine: outcome.good = skipRestOfLine(input, count); break;
-    case Operation::Line: outcome.good = extractLine(input, outcome.line, count); break;
-    case Operation::PartOfLine: outcome.good = extractPartOfLine(input, outcome.line, count); break;
+    case Operation::Int:
+        outcome.good = extractInt(input, outcome.integer);
+        break;
+    case Operation::Double:
+        outcome.good = extractDouble(input, real);
+        break;
+    case Operation::Float:
+        outcome.good = extractFloat(input, narrow);
+        break;
+    case Operation::White:
+        outcome.good = skipWhiteSpace(input);
+        break;
+    case Operation::Char:
+        outcome.good = extractChar(input, outcome.character);
+        break;
+    case Operation::SkipChars:
+        outcome.good = skipChars(input, count);
+        break;
+    case Operation::RestOfLine:
+        outcome.good = skipRestOfLine(input, count);
+        break;
+    case Operation::Line:
+        outcome.good = extractLine(input, outcome.line, count);
+        break;
+    case Operation::PartOfLine:
+        outcome.good = extractPartOfLine(input, outcome.line, count);
+        break;
     }
     outcome.doubleBits = bitsOf<std::uint64_t>(real);
     outcome.floatBits = bitsOf<std::uint32_t>(narrow);
@@ -135,8 +156,12 @@ Outcome byTheStandard(std::istream& input, Operation operation, int count) {
     float narrow = unwrittenFloat;
     std::array<char, 128> block{};
     switch (operation) {
-    case Operation::Int: input >> outcome.integer; break;
-    case Operation::Double: input >> real; break;
+    case Operation::Int:
+        input >> outcome.integer;
+        break;
+    case Operation::Double:
+        input >> real;
+        break;
     case Operation::Float: {
         double wide = 0;
         if (input >> wide) {
@@ -144,10 +169,18 @@ Outcome byTheStandard(std::istream& input, Operation operation, int count) {
         }
         break;
     }
-    case Operation::White: input >> std::ws; break;
-    case Operation::Char: input.get(outcome.character); break;
-    case Operation::SkipChars: input.ignore(count); break;
-    case Operation::RestOfLine: input.ignore(count, '\n'); break;
+    case Operation::White:
+        input >> std::ws;
+        break;
+    case Operation::Char:
+        input.get(outcome.character);
+        break;
+    case Operation::SkipChars:
+        input.ignore(count);
+        break;
+    case Operation::RestOfLine:
+        input.ignore(count, '\n');
+        break;
     case Operation::Line: {
         input.getline(block.data(), count);
         const bool tookNewline = !input.eof() && !input.fail();
@@ -178,7 +211,8 @@ public:
         standard.imbue(locale);
     }
 
-    void start(const std::string& text, std::size_t areaSize, std::ios::fmtflags flags, std::ios::iostate state) {
+    void start(const std::string& text, std::size_t areaSize, std::ios::fmtflags flags,
+               std::ios::iostate state) {
         ourBuf.start(text, areaSize);
         standardBuf.start(text, areaSize);
         for (std::istream* stream : {&ours, &standard}) {
@@ -204,9 +238,9 @@ public:
             return true;
         }
         ADD_FAILURE() << operationNames[static_cast<std::size_t>(operation)] << "(" << count << ") of "
-                      << escaped(before) << " in state " << state << " with flags " << standard.flags() << "\n  ours:     "
-                      << actual << ", leaves " << escaped(ourBuf.rest()) << "\n  standard: " << expected
-                      << ", leaves " << escaped(standardBuf.rest());
+                      << escaped(before) << " in state " << state << " with flags " << standard.flags()
+                      << "\n  ours:     " << actual << ", leaves " << escaped(ourBuf.rest())
+                      << "\n  standard: " << expected << ", leaves " << escaped(standardBuf.rest());
         return false;
     }
 
@@ -288,7 +322,8 @@ TEST(StreamExtraction, OfOneNumberAtATimeGivesWhatTheStandardGives) {
 
 TEST(StreamExtraction, OfEveryPrefixGivesWhatTheStandardGives) {
     StreamPair streams(std::locale::classic());
-    for (const std::string whole : {"  -2147483648 ", "+12.5e-10x", "\n\t .5E+3,", "0x1F", "  \n", "1e400 ", "-.e1"}) {
+    for (const std::string whole :
+         {"  -2147483648 ", "+12.5e-10x", "\n\t .5E+3,", "0x1F", "  \n", "1e400 ", "-.e1"}) {
         for (std::size_t length = 0; length <= whole.size(); ++length) {
             const std::string text = whole.substr(0, length);
             for (std::size_t areaSize = 1; areaSize <= length + 1; ++areaSize) {
@@ -348,10 +383,11 @@ TEST(StreamExtraction, OfLinesAtTheLimitGivesWhatTheStandardGives) {
     for (const int count : {1, 2, 5, 80, 81}) {
         for (int length = std::max(0, count - 3); length <= count + 2; ++length) {
             const std::string line(static_cast<std::size_t>(length), 'x');
-            for (const std::string& text : {line, line + "\n", line + "\nnext\n", line + "\r\n", "\n" + line}) {
+            for (const std::string& text :
+                 {line, line + "\n", line + "\nnext\n", line + "\r\n", "\n" + line}) {
                 for (const std::size_t areaSize : {std::size_t{1}, std::size_t{7}, std::size_t{1000}}) {
-                    for (const Operation operation :
-                         {Operation::Line, Operation::PartOfLine, Operation::RestOfLine, Operation::SkipChars}) {
+                    for (const Operation operation : {Operation::Line, Operation::PartOfLine,
+                                                      Operation::RestOfLine, Operation::SkipChars}) {
                         streams.start(text, areaSize, defaultFlags, std::ios::goodbit);
                         EXPECT_TRUE(streams.agreeOn(operation, count));
                         EXPECT_TRUE(streams.agreeOn(operation, count));
@@ -407,12 +443,19 @@ TEST(Narrowing, GoesToTheNearestFloat) {
     const struct {
         double wide;
         float narrow;
-    } cases[] = {{0.1, 0.1F}, {16777217.0, 16777216.0F}, {-0.0, -0.0F}, {1e300, infinity}, {-1e300, -infinity},
-                 {3.4028235677973366e38, infinity}, {3.4028235677973362e38, std::numeric_limits<float>::max()},
-                 {1e-46, 0.0F}, {8e-46, std::numeric_limits<float>::denorm_min()},
+    } cases[] = {{0.1, 0.1F},
+                 {16777217.0, 16777216.0F},
+                 {-0.0, -0.0F},
+                 {1e300, infinity},
+                 {-1e300, -infinity},
+                 {3.4028235677973366e38, infinity},
+                 {3.4028235677973362e38, std::numeric_limits<float>::max()},
+                 {1e-46, 0.0F},
+                 {8e-46, std::numeric_limits<float>::denorm_min()},
                  {std::numeric_limits<double>::infinity(), infinity}};
     for (const auto& each : cases) {
-        EXPECT_EQ(bitsOf<std::uint32_t>(narrowed(each.wide)), bitsOf<std::uint32_t>(each.narrow)) << each.wide;
+        EXPECT_EQ(bitsOf<std::uint32_t>(narrowed(each.wide)), bitsOf<std::uint32_t>(each.narrow))
+            << each.wide;
     }
     EXPECT_TRUE(std::isnan(narrowed(std::numeric_limits<double>::quiet_NaN())));
 }

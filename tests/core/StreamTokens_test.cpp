@@ -41,9 +41,10 @@ TEST_F(StreamTokens, CommentsAreSkippedUpToALineEndOrAnotherCharacter) {
         const char* source;
         bool result;
         const char* rest;
-    } cases[] = {{"", false, ""}, {"  \t", false, ""}, {"\nx", true, "\nx"}, {" \t\nx", true, "\nx"},
-                 {"  x", true, "x"}, {"x", true, "x"}, {" \r\v\f\nx", true, "\nx"}, {"# c\nx", true, "x"},
-                 {"  # c\nx", true, "x"}, {"# c", false, ""}, {"\xFF", true, "\xFF"}};
+    } cases[] = {
+        {"", false, ""},         {"  \t", false, ""}, {"\nx", true, "\nx"},        {" \t\nx", true, "\nx"},
+        {"  x", true, "x"},      {"x", true, "x"},    {" \r\v\f\nx", true, "\nx"}, {"# c\nx", true, "x"},
+        {"  # c\nx", true, "x"}, {"# c", false, ""},  {"\xFF", true, "\xFF"}};
     for (const auto& each : cases) {
         LmISStream input(each.source);
         EXPECT_EQ(skipStreamComments(input), each.result) << each.source;
@@ -56,10 +57,17 @@ TEST_F(StreamTokens, SpaceIsSkippedOverLinesAndComments) {
         const char* source;
         bool result;
         const char* rest;
-    } cases[] = {{"", false, ""},           {" \n\t\r\v\f ", false, ""},      {"x", true, "x"},
-                 {"  \n\n x", true, "x"},   {"# a\n  # b\n\n x # c", true, "x # c"}, {"# a\r\n# b\r\nx", true, "x"},
-                 {"# a", false, ""},        {"# a\n", false, ""},             {"x # a", true, "x # a"},
-                 {"\n#\n#\nx", true, "x"},  {"\xA0", true, "\xA0"}};
+    } cases[] = {{"", false, ""},
+                 {" \n\t\r\v\f ", false, ""},
+                 {"x", true, "x"},
+                 {"  \n\n x", true, "x"},
+                 {"# a\n  # b\n\n x # c", true, "x # c"},
+                 {"# a\r\n# b\r\nx", true, "x"},
+                 {"# a", false, ""},
+                 {"# a\n", false, ""},
+                 {"x # a", true, "x # a"},
+                 {"\n#\n#\nx", true, "x"},
+                 {"\xA0", true, "\xA0"}};
     for (const auto& each : cases) {
         std::istringstream input(each.source);
         EXPECT_EQ(skipStreamSpace(input), each.result) << each.source;
@@ -89,17 +97,15 @@ TEST_F(StreamTokens, RealsAreReadBehindSpaceAndComments) {
         float value;
         const char* rest;
         bool read;
-    } cases[] = {{"1.5", 1.5F, "", true},
-                 {" # a\n\n -2e3 4", -2000.0F, " 4", true},
-                 {"0.1x", 0.1F, "x", true},
-                 {"16777217", 16777216.0F, "", true},
-                 {"x", 0, "x", false},
-                 {"", 0, "", false},
+    } cases[] = {{"1.5", 1.5F, "", true},      {" # a\n\n -2e3 4", -2000.0F, " 4", true},
+                 {"0.1x", 0.1F, "x", true},    {"16777217", 16777216.0F, "", true},
+                 {"x", 0, "x", false},         {"", 0, "", false},
                  {"  # nothing", 0, "", false}};
     for (const auto& each : cases) {
         LmISStream input(each.source);
         const float value = readStreamFloat(input, "the weight");
-        EXPECT_EQ(takeChain(), each.read ? none : StatusChain{error("Error reading the weight.")}) << each.source;
+        EXPECT_EQ(takeChain(), each.read ? none : StatusChain{error("Error reading the weight.")})
+            << each.source;
         EXPECT_EQ(input.fail(), !each.read);
         EXPECT_EQ(restOf(input), each.rest);
         if (each.read) {
@@ -129,12 +135,9 @@ TEST_F(StreamTokens, VectorsStopWithTheRestAtZero) {
         std::array<float, 3> vector;
         bool read;
         const char* rest;
-    } cases[] = {{"1 2.5 -3 4", {1, 2.5F, -3}, true, " 4"},
-                 {"1 # x\n 2 # y\n\n 3", {1, 2, 3}, true, ""},
-                 {"1 2 x", {1, 2, 0}, false, "x"},
-                 {"1 y 3", {1, 0, 0}, false, "y 3"},
-                 {"x 2 3", {0, 0, 0}, false, "x 2 3"},
-                 {"1", {1, 0, 0}, false, ""}};
+    } cases[] = {{"1 2.5 -3 4", {1, 2.5F, -3}, true, " 4"}, {"1 # x\n 2 # y\n\n 3", {1, 2, 3}, true, ""},
+                 {"1 2 x", {1, 2, 0}, false, "x"},          {"1 y 3", {1, 0, 0}, false, "y 3"},
+                 {"x 2 3", {0, 0, 0}, false, "x 2 3"},      {"1", {1, 0, 0}, false, ""}};
     for (const auto& each : cases) {
         LmISStream input(each.source);
         EXPECT_EQ(readStreamVector(input, "the position"), each.vector) << each.source;
@@ -182,7 +185,8 @@ TEST_F(StreamTokens, AQuoteClosesOnItsOwnLine) {
     for (const char* source : {"\"abc\ndef\"", "\"abc", "\"", "\"\n\"", " # x\n \"a # \n"}) {
         LmISStream input(source);
         EXPECT_TRUE(readStreamString(input, "100% of a name").isNull()) << source;
-        EXPECT_THAT(takeChain(), ElementsAre(error("Hit end of line in string reading 100% of a name"))) << source;
+        EXPECT_THAT(takeChain(), ElementsAre(error("Hit end of line in string reading 100% of a name")))
+            << source;
     }
 }
 
@@ -194,7 +198,8 @@ TEST_F(StreamTokens, WhatWasFoundInsteadIsNamed) {
     expectedButFound("", "END");
     EXPECT_THAT(takeChain(), ElementsAre(error("Expecting END in scale definition file, but found .")));
     expectedButFound(LmStr(), "END");
-    EXPECT_THAT(takeChain(), ElementsAre(error("Expecting END in scale definition file, but found end of file.")));
+    EXPECT_THAT(takeChain(),
+                ElementsAre(error("Expecting END in scale definition file, but found end of file.")));
     expectedButFound("50%d", "100%s");
     EXPECT_THAT(takeChain(), ElementsAre(error("Expecting 100%s in scale definition file, but found 50%d.")));
 }

@@ -14,8 +14,8 @@
 #include <string>
 #include <string_view>
 
-// Random nested texts, read by `readTag` and by a plain second reader that works on the whole text by index. And
-// `findBlockEnd` against both: it accepts the same blocks, and its range holds the same items.
+// Random nested texts, read by `readTag` and by a plain second reader that works on the whole text by index.
+// And `findBlockEnd` against both: it accepts the same blocks, and its range holds the same items.
 
 namespace quillon {
 namespace {
@@ -38,9 +38,9 @@ struct Item {
 
     friend bool operator==(const Item&, const Item&) = default;
     friend std::ostream& operator<<(std::ostream& output, const Item& item) {
-        return output << (item.result ? "true" : "false") << ", tag " << testing::PrintToString(item.tag) << ", value "
-                      << testing::PrintToString(item.value) << (item.simple ? ", simple, " : ", block, ")
-                      << testing::PrintToString(item.chain);
+        return output << (item.result ? "true" : "false") << ", tag " << testing::PrintToString(item.tag)
+                      << ", value " << testing::PrintToString(item.value)
+                      << (item.simple ? ", simple, " : ", block, ") << testing::PrintToString(item.chain);
     }
 };
 
@@ -106,7 +106,8 @@ public:
                     skipToNewline();
                 }
                 if (!atLineEnd()) {
-                    return failed(item, std::string("Invalid character ('") + look() + "') trailing '}' for '" + tag + "'.");
+                    return failed(item, std::string("Invalid character ('") + look() +
+                                            "') trailing '}' for '" + tag + "'.");
                 }
                 if (--depth == 0) {
                     item.value = stored;
@@ -231,7 +232,8 @@ class NestedTexts {
 public:
     explicit NestedTexts(unsigned randomSeed) : random(randomSeed) {}
 
-    /// Whether the last text is free of stray braces and comment signs, so that all levels see the same blocks.
+    /// Whether the last text is free of stray braces and comment signs, so that all levels see the same
+    /// blocks.
     bool isWellFormed() const { return wellFormed; }
 
     std::string next(bool withReturns) {
@@ -287,12 +289,22 @@ private:
         for (auto count = random() % 4 + (depth == 0 ? 1 : 0); count > 0; --count) {
             text += blanks();
             switch (random() % 7) {
-            case 0: text += comment(); break;
+            case 0:
+                text += comment();
+                break;
             case 1:
-            case 2: addBlock(text, depth); break;
-            case 3: text += wellFormed ? "" : word(); break;
-            case 4: text += "T" + torn() + blanks() + ":" + blanks() + torn() + blanks(); break;
-            default: addContinued(text); break;
+            case 2:
+                addBlock(text, depth);
+                break;
+            case 3:
+                text += wellFormed ? "" : word();
+                break;
+            case 4:
+                text += "T" + torn() + blanks() + ":" + blanks() + torn() + blanks();
+                break;
+            default:
+                addContinued(text);
+                break;
             }
             text += lineEnd;
         }
@@ -375,8 +387,10 @@ bool readsLikeTheModel(const std::string& text) {
         const Item fromMemory = readOne(memory);
         const Item fromStandard = readOne(standard);
         if (fromMemory != expected || fromStandard != expected) {
-            ADD_FAILURE() << "of " << testing::PrintToString(text) << "\n" << fromMemory << "\n" << fromStandard
-                          << "\nand not\n" << expected;
+            ADD_FAILURE() << "of " << testing::PrintToString(text) << "\n"
+                          << fromMemory << "\n"
+                          << fromStandard << "\nand not\n"
+                          << expected;
             return false;
         }
         if (isLast(expected)) {
@@ -411,7 +425,8 @@ TEST(TagReaderAgainstModel, FindsTheSameBlocks) {
         ASSERT_EQ(item, expected) << testing::PrintToString(whole);
         ASSERT_EQ(takeChain(status), expected.chain) << testing::PrintToString(whole);
         ASSERT_EQ(range.begin, inner.c_str());
-        ASSERT_EQ(range.end - range.begin, expected.result ? static_cast<std::ptrdiff_t>(model.closingBrace) : 0)
+        ASSERT_EQ(range.end - range.begin,
+                  expected.result ? static_cast<std::ptrdiff_t>(model.closingBrace) : 0)
             << testing::PrintToString(whole);
         if (expected.result && random.isWellFormed()) {
             LmISStream inRange(range.begin, static_cast<std::size_t>(range.end - range.begin));

@@ -221,8 +221,10 @@ TEST(ReadTag, ALineInAnErrorIsAFormatWithoutArguments) {
         {"50%% of %d", failure("No ':' or '{' following tag '50% of 0'.")},
         {"a%sb%5sc", failure("No ':' or '{' following tag 'ab     c'.")},
         {"%n%n%n%n", failure("No ':' or '{' following tag ''.")},
-        {"%5d|%-5d|%05d|%x|%u|%i|%o|%X|", failure("No ':' or '{' following tag '    0|0    |00000|0|0|0|0|0|'.")},
-        {"%f|%.2f|%8.3f|%e|%g|", failure("No ':' or '{' following tag '0.000000|0.00|   0.000|0.000000e+00|0|'.")},
+        {"%5d|%-5d|%05d|%x|%u|%i|%o|%X|",
+         failure("No ':' or '{' following tag '    0|0    |00000|0|0|0|0|0|'.")},
+        {"%f|%.2f|%8.3f|%e|%g|",
+         failure("No ':' or '{' following tag '0.000000|0.00|   0.000|0.000000e+00|0|'.")},
         {"%ld|%lld|%hd|%zu|%Lf|", failure("No ':' or '{' following tag '0|0|0|0|0.000000|'.")},
     });
     const Items longLine = itemsOf(std::string(2000, 'x'));
@@ -230,8 +232,10 @@ TEST(ReadTag, ALineInAnErrorIsAFormatWithoutArguments) {
 }
 
 TEST(ReadTag, StrangeConversionsInAnErrorDoNoHarm) {
-    for (const char* line : {"100%", "%", "%%%", "% ", "%-", "%5", "%.", "%.*d", "%*d", "%l", "%1$s %2$n", "%hhn", "%m",
-                             "%999999999d", "%.999999999f", "%99999999999999999999d", "%S", "%C", "%c", "%p", "%a", "%v"}) {
+    for (const char* line :
+         {"100%", "%",  "%%%",       "% ",   "%-", "%5",          "%.",           "%.*d",
+          "%*d",  "%l", "%1$s %2$n", "%hhn", "%m", "%999999999d", "%.999999999f", "%99999999999999999999d",
+          "%S",   "%C", "%c",        "%p",   "%a", "%v"}) {
         const Items all = itemsOf(line);
         EXPECT_TRUE(all.items.empty()) << line;
         ASSERT_EQ(all.chain.size(), 1U) << line;
@@ -278,12 +282,14 @@ TEST(ReadTag, ABlockThatIsNeverClosedNamesItsTag) {
         {"A: 1\nFOO {\n BAR {\n }\n", {{simple("A", "1")}, atTheEnd.chain}},
         // The tag is pushed as it stands: neither a format nor cut.
         {"50%d%n {", failure("Hit end of file without reading '}' for tag 50%d%n")},
-        {std::string(3000, 'x') + " {", failure("Hit end of file without reading '}' for tag " + std::string(3000, 'x'))},
+        {std::string(3000, 'x') + " {",
+         failure("Hit end of file without reading '}' for tag " + std::string(3000, 'x'))},
     });
 }
 
 TEST(ReadTag, LinesOfEveryLengthComeWhole) {
-    for (const std::size_t length : {76U, 77U, 78U, 79U, 80U, 81U, 157U, 158U, 159U, 237U, 1023U, 1024U, 1025U, 5000U}) {
+    for (const std::size_t length :
+         {76U, 77U, 78U, 79U, 80U, 81U, 157U, 158U, 159U, 237U, 1023U, 1024U, 1025U, 5000U}) {
         const std::string line(length, 'x');
         checkItems({
             {"A {\n" + line + "\n}\nB: c", {{block("A", line + "\n"), simple("B", "c")}, {}}},
@@ -358,7 +364,7 @@ TEST(FindBlockEnd, GivesTheTextUpToTheClosingBrace) {
     const struct {
         const char* text;
         std::size_t end;
-    } cases[] = {{"}", 0},         {"  }", 2},        {" a\n }\nnext", 4},      {"# }\n}", 4},
+    } cases[] = {{"}", 0},          {"  }", 2},       {" a\n }\nnext", 4},   {"# }\n}", 4},
                  {"a }\n} # c", 4}, {"{\n}\n}\n", 4}, {"a\\\n}\n  }\n}", 7}, {"\r\n}\r\n", 2}};
     for (const auto& each : cases) {
         LmStatus status;
@@ -391,7 +397,8 @@ TEST(FindBlockEnd, ReportsTheSameErrorsAndGivesAnEmptyRange) {
 }
 
 TEST(Options, BeginWithAMinusAndAreNoNumbers) {
-    for (const char* text : {"-", "-x", "-v", "--1", "-changes", "-5x", "- 5", "-inf", "-nan", "-1e999", "-."}) {
+    for (const char* text :
+         {"-", "-x", "-v", "--1", "-changes", "-5x", "- 5", "-inf", "-nan", "-1e999", "-."}) {
         EXPECT_TRUE(looksLikeOption(text)) << text;
     }
     for (const char* text : {"", "x", "5", "-5", "-.5", "-1e3", "-0x10", " -x", "+x"}) {
