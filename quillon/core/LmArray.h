@@ -170,6 +170,9 @@ public:
 
 private:
     void takeLengthOf(const LmDArray& other) {
+        if (this->count_ == other.count_) {
+            return;
+        }
         if (this->count_ < other.count_) {
             this->destroyElements();
             this->release();
