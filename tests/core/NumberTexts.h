@@ -6,6 +6,7 @@
 #include <cstring>
 #include <random>
 #include <string>
+#include <string_view>
 
 namespace quillon::test {
 
@@ -228,7 +229,8 @@ private:
     }
 
     std::string soup() {
-        static const std::string letters("0123456789012345+-..eExXabfinINF, \t\n\r\v\f#\0\xFF'", 46);
+        using namespace std::string_view_literals;
+        static constexpr std::string_view letters = "0123456789012345+-..eExXabfinINF, \t\n\r\v\f#\0\xFF'"sv;
         std::string text;
         for (std::uint64_t count = below(12); count > 0; --count) {
             text += letters[below(letters.size())];
