@@ -2,6 +2,7 @@
 
 #include "tests/support/ScratchDirectory.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -63,6 +64,32 @@ TEST(ExampleFiles, WhatASpecificationNamesLiesBesideIt) {
             EXPECT_TRUE(isThere(file)) << entry.path() << " names " << name;
         }
     }
+}
+
+std::vector<std::string> linesOf(const fs::path& file) {
+    std::istringstream text(support::readBytes(file));
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(text, line);) {
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+TEST(Readme, ShowsLinesThatTheExampleReallyPrints) {
+    const fs::path source = QUILLON_SOURCE_DIR;
+    const std::vector<std::string> printed = linesOf(source / "tests" / "cli" / "walker_example" / "stdout");
+    const std::set<std::string> kinds = {"sys_var", "body", "real_marker", "artificial_pair"};
+    const std::string indent = "    ";
+    std::set<std::string> shown;
+    for (const std::string& line : linesOf(source / "README.md")) {
+        const std::string text = line.rfind(indent, 0) == 0 ? line.substr(indent.size()) : "";
+        const std::string kind = text.substr(0, text.find(' '));
+        if (kinds.count(kind) == 1) {
+            shown.insert(kind);
+            EXPECT_THAT(printed, ::testing::Contains(text));
+        }
+    }
+    EXPECT_EQ(shown, kinds);
 }
 
 } // namespace
