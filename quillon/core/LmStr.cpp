@@ -18,20 +18,9 @@ std::uint64_t blockSize(std::uint64_t size) {
     return (size + 3) / 4 * 4;
 }
 
-/// Moves the block of a rep and its text into one for a text of `size`, as `realloc` does.
-LmStrRep* reallocateRep(LmStrRep* rep, std::uint64_t size) {
-    auto* const moved = static_cast<LmStrRep*>(std::realloc(rep, sizeof(LmStrRep) + blockSize(size)));
-    if (moved == nullptr) {
-        std::abort();
-    }
-    moved->text = reinterpret_cast<char*>(moved + 1);
-    moved->size = size;
-    return moved;
-}
-
 LmStrRep* newRep(std::uint64_t length) {
-    LmStrRep* const rep = reallocateRep(nullptr, length + 1);
-    rep->refCount = 1;
+    void* const block = ::operator new(sizeof(LmStrRep) + blockSize(length + 1));
+    auto* const rep = new (block) LmStrRep{static_cast<char*>(block) + sizeof(LmStrRep), length + 1, 1};
     rep->text[length] = '\0';
     return rep;
 }
@@ -83,7 +72,7 @@ LmStr& LmStr::operator=(const char* text) {
 }
 
 void LmStr::freeRep() noexcept {
-    std::free(rep);
+    ::operator delete(rep);
 }
 
 // --- The shared text -----------------------------------------------------------------------------
@@ -105,7 +94,10 @@ void LmStr::unshare() {
 
 void LmStr::resizeRep(std::uint64_t size) {
     if (blockSize(size) != blockSize(rep->size)) {
-        rep = reallocateRep(rep, size);
+        LmStrRep* const moved = newRep(size - 1);
+        std::memcpy(moved->text, rep->text, std::min(size, rep->size));
+        freeRep();
+        rep = moved;
     }
     rep->size = size;
 }

@@ -10,6 +10,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 namespace quillon {
 
@@ -163,7 +164,7 @@ private:
         LmMat3 rotation{};
         getTranslation(modelBody.baseTransform, translation);
         getRotation(modelBody.baseTransform, rotation);
-        writeTransformAttribute(out, "base_transform", translation, rotation);
+        writeTransformAttribute(out, entries, "base_transform", translation, rotation);
         if (body.type == bodyTypeOne) {
             out << " twist_length=" << modelBody.vectorLength
                 << " twist_direction=" << vectorText(modelBody.vectorDirection);
@@ -171,14 +172,14 @@ private:
     }
 
     void writeTransforms(const LqPDDBodyMap& body) {
-        LmDArray<ValueSpec> entries;
+        entries.clear();
         for (int k = 0; k < body.mappings.count(); ++k) {
             const LmStr text = mappingText(body.mappings[k]);
             if (!text.isNull()) {
-                entries.append({transformLabel(body.transformOrder[k]), text});
+                entries.push_back({transformLabel(body.transformOrder[k]), text});
             }
         }
-        if (entries.count() != 0) {
+        if (!entries.empty()) {
             writeValueList(out, "transforms", entries);
         }
     }
@@ -231,6 +232,7 @@ private:
     RecordIndex<LqVarLimits> limitsById;
     std::unordered_map<std::string_view, const LqBDBody*> modelBodies;
     RecordIndex<LqBDMarker> modelMarkers;
+    std::vector<ValueSpec> entries; // of the list in hand
 };
 
 } // namespace

@@ -26,7 +26,7 @@ LmStr writeVector3(float x, float y, float z) {
     return LmStr(std::string_view(text, end));
 }
 
-void writeValueList(ReportText& out, const char* label, const LmArray<ValueSpec>& entries) {
+void writeValueList(ReportText& out, const char* label, std::span<const ValueSpec> entries) {
     out << " " << label << "=(";
     const char* separator = "";
     for (const ValueSpec& entry : entries) {
@@ -46,25 +46,25 @@ const LmStr& transformLabel(std::int32_t id) {
     return labels[id - 1];
 }
 
-void addValue(LmDArray<ValueSpec>& entries, const LmStr& label, float number) {
+void addValue(std::vector<ValueSpec>& entries, const LmStr& label, float number) {
     if (number != 0.0F) {
-        entries.append({label, numberText(number)});
+        entries.push_back({label, numberText(number)});
     }
 }
 
-void writeTransformAttribute(ReportText& out, const char* label, const LmVec3& translation,
-                             const LmMat3& rotation) {
+void writeTransformAttribute(ReportText& out, std::vector<ValueSpec>& entries, const char* label,
+                             const LmVec3& translation, const LmMat3& rotation) {
     static constexpr LmEulerOrder order = {1, 2, 3};
     LmVec3 angles{};
     matrixToEuler(angles, order, rotation);
-    LmDArray<ValueSpec> entries;
+    entries.clear();
     for (std::int32_t axis = 0; axis < 3; ++axis) {
         addValue(entries, transformLabel(axis + 1), translation[static_cast<std::size_t>(axis)]);
     }
     for (std::int32_t axis = 0; axis < 3; ++axis) {
         addValue(entries, transformLabel(axis + 4), angles[static_cast<std::size_t>(axis)]);
     }
-    if (entries.count() != 0) {
+    if (!entries.empty()) {
         writeValueList(out, label, entries);
     }
 }

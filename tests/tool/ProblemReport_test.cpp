@@ -180,7 +180,7 @@ TEST(WriteVector3, PutsTheNumbersInParentheses) {
 
 TEST(WriteValueList, SeparatesItsEntriesByOneBlank) {
     std::ostringstream stream;
-    LmDArray<ValueSpec> entries;
+    std::vector<ValueSpec> entries;
     addValue(entries, "a", 1.5F);
     addValue(entries, "b", 0.0F);
     addValue(entries, "c", -0.0F);
