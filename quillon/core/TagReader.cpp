@@ -9,6 +9,7 @@
 #include <array>
 #include <cstring>
 #include <istream>
+#include <new>
 #include <optional>
 #include <string>
 
@@ -35,8 +36,8 @@ constexpr CharSet specialInLine = charSet({"{\\\n\r\0", 5});
 /// those of a text in memory.
 class BlockSource {
 public:
-    explicit BlockSource(std::streambuf& buffer)
-        : buffer(&buffer), at(ReadArea(buffer).begin()), end(ReadArea(buffer).end()) {}
+    explicit BlockSource(std::istream& stream)
+        : stream(&stream), at(ReadArea(*stream.rdbuf()).begin()), end(ReadArea(*stream.rdbuf()).end()) {}
     BlockSource(const char* begin, const char* end) : at(begin), end(end) {}
 
     /// Whether a character is left; `peek` is then the next one.
@@ -58,26 +59,36 @@ public:
 
     /// Tells the stream's buffer what has been taken.
     void commit() {
-        if (buffer != nullptr) {
-            ReadArea area(*buffer);
+        if (stream != nullptr) {
+            ReadArea area(*stream->rdbuf());
             area.take(static_cast<std::size_t>(at - area.begin()));
         }
     }
 
 private:
     bool refill() {
-        if (buffer == nullptr) {
+        if (stream == nullptr) {
             return false;
         }
         commit();
-        const bool more = buffer->sgetc() != std::char_traits<char>::eof();
-        const ReadArea area(*buffer);
+        const bool more = hasMore();
+        const ReadArea area(*stream->rdbuf());
         at = area.begin();
         end = area.end();
-        return more;
+        return more && at != end;
     }
 
-    std::streambuf* buffer = nullptr;
+    /// Asks the buffer. A device that fails ends the input, as it does for every other extraction.
+    bool hasMore() {
+        try {
+            return stream->rdbuf()->sgetc() != std::char_traits<char>::eof();
+        } catch (...) {
+            stream->setstate(std::ios_base::badbit);
+            return false;
+        }
+    }
+
+    std::istream* stream = nullptr;
     const char* at;
     const char* end;
 };
@@ -315,8 +326,7 @@ public:
 
     /// Where a block's text begins.
     BlockSource blockSource() const {
-        return stream != nullptr ? BlockSource(*stream->rdbuf())
-                                 : BlockSource(rest.data(), rest.data() + rest.size());
+        return stream != nullptr ? BlockSource(*stream) : BlockSource(rest.data(), rest.data() + rest.size());
     }
 
     /// Goes on behind what was taken of a block.
@@ -376,6 +386,16 @@ void readSimpleValue(ItemInput& input, std::string_view firstLine, TaggedItem& i
     item.value = trimmed(value);
 }
 
+/// Scans a block whose text is gathered, for which there may not be enough memory.
+bool scanGathering(BlockScanner& scanner, LmStatus& status) {
+    try {
+        return scanner.scan();
+    } catch (const std::bad_alloc&) {
+        status.pushErrorf("Insufficient memory.");
+        return false;
+    }
+}
+
 /// Takes the lines of "TAG {" up to the brace that closes the block. `trailing` is the text behind the brace.
 bool readBlockValue(ItemInput& input, std::string_view trailing, TaggedItem& item, LmStatus& status) {
     trailing = trimmed(trailing);
@@ -386,7 +406,7 @@ bool readBlockValue(ItemInput& input, std::string_view trailing, TaggedItem& ite
     item.gathered.clear();
     BlockSource source = input.blockSource();
     BlockScanner scanner(source, &item.gathered, item.tag, status);
-    const bool complete = scanner.scan();
+    const bool complete = scanGathering(scanner, status);
     input.goOnBehind(source);
     item.value = item.gathered;
     return complete;

@@ -3,6 +3,7 @@
 #include "quillon/limits/LqLimitsData.h"
 #include "quillon/model/LqBodyDefData.h"
 #include "quillon/problem/LqProblemDefData.h"
+#include "quillon/scale/LqScaleDefData.h"
 
 namespace quillon {
 
@@ -11,6 +12,7 @@ struct LqProblemBundle {
     LqProblemDefData problemDef;
     LqBodyDefData model;
     LqLimitsData limits;
+    LqScaleDefData scaleDef;
 };
 
 } // namespace quillon
