@@ -1,12 +1,17 @@
 #include "quillon/core/LmStr.h"
 
+#include "tests/core/PiecewiseBuf.h"
 #include "tests/core/StrForms.h"
 #include "tests/support/FailingDevice.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <ios>
+#include <optional>
+#include <random>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -264,6 +269,89 @@ TEST(LmStrReadUntil, StopsAtTheDelimiterOrTheCount) {
         text.readUntil(input, each.max, ';');
         EXPECT_STREQ(text.c_str(), each.text) << each.source << ", " << each.max;
         EXPECT_EQ(restOf(input), each.rest) << each.source << ", " << each.max;
+    }
+}
+
+// --- Against the standard's own operations ------------------------------------------------------------
+
+using Text = std::optional<std::string>;
+
+/// `readLine` step by step.
+void readLineByChunks(std::istream& input, Text& line) {
+    for (bool first = true;; first = false) {
+        std::array<char, 256> chunk{};
+        input.get(chunk.data(), 256);
+        std::string text(chunk.data());
+        if (input.eof() && text.empty()) {
+            line.reset();
+            return;
+        }
+        if (input.fail()) {
+            input.clear();
+            text.clear();
+        }
+        if (text.ends_with('\r')) {
+            text.pop_back();
+        }
+        line = first ? text : *line + text;
+        const int next = input.peek();
+        if (next == '\n' || next == '\r') {
+            input.get();
+            return;
+        }
+        if (next == std::char_traits<char>::eof()) {
+            input.clear();
+            return;
+        }
+    }
+}
+
+/// `readWord` by the standard's extraction of a word.
+void readWordByExtraction(std::istream& input, Text& word) {
+    std::string text;
+    if (input >> text) {
+        word = text;
+        input.clear();
+    }
+}
+
+std::string anyLines(std::mt19937& random) {
+    static constexpr std::array lengths{0, 1, 5, 79, 254, 255, 256, 300, 509, 510, 511};
+    static constexpr std::array ends{"\n", "\n", "\r\n", "\r", " ", "\t\n", ""};
+    std::string text;
+    for (auto count = random() % 6; count > 0; --count) {
+        const int length = lengths[random() % (random() % 3 == 0 ? lengths.size() : 3)];
+        text += repeated(static_cast<std::size_t>(length), 'w') + ends[random() % ends.size()];
+    }
+    return text;
+}
+
+TEST(LmStrReading, GivesWhatTheStandardOperationsGive) {
+    std::mt19937 random(314);
+    for (int number = 0; number < 20000; ++number) {
+        const std::string source = anyLines(random);
+        test::PiecewiseBuf ourBuf;
+        test::PiecewiseBuf standardBuf;
+        const std::size_t areaSize = random() % 2 == 0 ? 1 + random() % 300 : 10000;
+        ourBuf.start(source, areaSize);
+        standardBuf.start(source, areaSize);
+        std::istream ours(&ourBuf);
+        std::istream standard(&standardBuf);
+        LmStr text("old");
+        Text expected("old");
+        for (int step = 0; step < 8; ++step) {
+            if (random() % 2 == 0) {
+                text.readLine(ours);
+                readLineByChunks(standard, expected);
+            } else {
+                text.readWord(ours);
+                readWordByExtraction(standard, expected);
+            }
+            ASSERT_EQ(text.isNull(), !expected) << testing::PrintToString(source) << ", " << step;
+            ASSERT_EQ(textOf(text), expected.value_or("")) << testing::PrintToString(source) << ", " << step;
+            ASSERT_EQ(ours.rdstate(), standard.rdstate()) << testing::PrintToString(source) << ", " << step;
+            ASSERT_EQ(ourBuf.rest(), standardBuf.rest()) << testing::PrintToString(source) << ", " << step;
+        }
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "quillon/core/LmSStream.h"
 #include "tests/core/NumberTexts.h"
+#include "tests/core/PiecewiseBuf.h"
 
 #include <gtest/gtest.h>
 
@@ -13,9 +14,7 @@
 #include <istream>
 #include <limits>
 #include <locale>
-#include <memory>
 #include <sstream>
-#include <streambuf>
 #include <string>
 
 // Every extraction is compared with the standard operation that it stands for: on streams that hold the same
@@ -26,46 +25,11 @@ namespace quillon {
 namespace {
 
 using test::NumberTexts;
+using test::PiecewiseBuf;
 
 constexpr std::uint64_t seed = 7041;
 constexpr int texts = 200000;
 constexpr int mostOperations = 8;
-
-/// Hands out a text in get areas of a fixed size, so that numbers straddle their ends.
-class PiecewiseBuf : public std::streambuf {
-public:
-    void start(const std::string& text, std::size_t areaSize) {
-        source = &text;
-        handedOut = 0;
-        size = areaSize;
-        setg(nullptr, nullptr, nullptr);
-    }
-
-    /// What has not been read.
-    std::string_view rest() const {
-        return std::string_view(*source).substr(handedOut - static_cast<std::size_t>(egptr() - gptr()));
-    }
-
-protected:
-    int_type underflow() override {
-        const std::size_t count = std::min(size, source->size() - handedOut);
-        if (count == 0) {
-            return traits_type::eof();
-        }
-        // A copy of its own, so that reading past the area is seen by an address sanitizer.
-        area.reset(new char[count]);
-        std::memcpy(area.get(), source->data() + handedOut, count);
-        handedOut += count;
-        setg(area.get(), area.get(), area.get() + count);
-        return traits_type::to_int_type(*gptr());
-    }
-
-private:
-    const std::string* source = nullptr;
-    std::unique_ptr<char[]> area;
-    std::size_t handedOut = 0;
-    std::size_t size = 1;
-};
 
 /// Numbers as a country with a decimal comma writes them.
 class CommaNumbers : public std::numpunct<char> {
