@@ -160,7 +160,7 @@ TEST_P(DataHeader, AnEmptyFirstLineIsAFailureOrAnotherId) {
 
 TEST_P(DataHeader, TheFirstLineHasALimit) {
     const std::string version = "\nv" + digit() + ".00\n";
-    const auto lineOf = [this](std::size_t length) {
+    const auto lineOf = [](std::size_t length) {
         return GetParam().id + std::string(length - GetParam().id.size(), 'x');
     };
     const StatusChain fails = badFirstLine(GetParam(), GetParam().firstLineFails);
