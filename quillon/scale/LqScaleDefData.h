@@ -10,7 +10,9 @@
 
 namespace quillon {
 
+class LqBodyDefData;
 class LqMeasuredData;
+class LqProblemDefData;
 
 /// How a skeleton is fitted to a subject: the markers that take part and their weights, changed limits and
 /// guides, the scaling variables that are solved for, the poses in which the subject is measured, the bodies
@@ -211,6 +213,20 @@ public:
     void removePose(const LmStr& name);
     /// Makes the first pose of that name a copy of the given one, name included.
     void replacePose(const LmStr& name, const Pose_t& pose);
+
+    // --- Use with measured data ---------------------------------------------------------------------------
+
+    /// Reports the first reference of a limit, a scaling variable or the mapping of a scaled body that cannot
+    /// be evaluated, or the first lower limit of a system variable above its upper one. `measured` may be
+    /// null. Deliberately not looked at: what poses hold, position constraints, and temps, which
+    /// `installTemps` tests.
+    void validateMeasured(const LqMeasuredData* measured) const;
+    /// Makes the temps real markers of a problem definition and its model, behind the first `realCount` ones;
+    /// the other real markers are dropped and the ids of all markers behind them move. `measured` may be
+    /// null. A reference that cannot be evaluated is reported and leaves what was changed until then; a body
+    /// without a chain to the other one of its temp ends the process.
+    void installTemps(LqProblemDefData& problemDef, LqBodyDefData& model,
+                      const LqMeasuredData* measured) const;
 
 private:
     int poseIndex(const LmStr& name) const;
