@@ -115,7 +115,7 @@ bool readBodyScalings(std::string_view blockText, ScaleDefContext& context) {
             return false;
         }
     }
-    return !errorStands();
+    return true;
 }
 
 } // namespace quillon::scaleDef

@@ -111,10 +111,14 @@ private:
 
 void GuideReader::read(std::string_view blockText) {
     TaggedItems items(blockText);
-    // Deliberately not asked is whether an item could be taken: a block that could not is passed over like
-    // any other that does not belong here, and its error stops the next value.
-    for (items.next(); !items.tagIsExactly(""); items.next()) {
-        if (items.isSimple() && !readItem(items)) {
+    for (;;) {
+        const bool taken = items.next();
+        // Deliberate: a block that cannot be taken is passed over like any other that does not belong here,
+        // and its error stops the next value. Only what leaves no tag ends the block.
+        if (!taken && items.tagIsExactly("")) {
+            break;
+        }
+        if (taken && items.isSimple() && !readItem(items)) {
             return;
         }
     }

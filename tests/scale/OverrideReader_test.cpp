@@ -241,8 +241,8 @@ TEST_F(OverrideReader, ReportsWhatIsWrongWithAGuideInEveryReading) {
     }
 }
 
-TEST_F(OverrideReader, EndsAGuideAtAnItemWithoutATag) {
-    EXPECT_TRUE(readGuide("SYS_VAR: 3\nVALUE: 1\nWEIGHT: 2\n: x\nVALUE: 9\n"));
+TEST_F(OverrideReader, SkipsAnItemOfAGuideWithoutATag) {
+    EXPECT_TRUE(readGuide("SYS_VAR: 3\nVALUE: 1\n: x\nWEIGHT: 2\n"));
     EXPECT_THAT(guidesRead(), ElementsAre(SysVarGuideOverride{3, 1, 2}));
 }
 
