@@ -50,16 +50,22 @@ void freeRecords(LmDArray<T*>& records) {
     records.setLength(0);
 }
 
+/// Puts copies of the given records in the place of those of the array. The given array may be this one, or
+/// may lead to records of this one in another order.
 template <class T>
 void replaceByCopies(LmDArray<T*>& records, const LmArray<T*>& source) {
     if (&records == &source) {
         return;
     }
-    freeRecords(records);
+    const std::span<T* const> stored = storedIn(records);
+    const std::vector<const T*> replaced(stored.begin(), stored.end());
     records.setLengthZeroed(source.count());
     int slot = 0;
     for (const T* record : storedIn(source)) {
         records[slot++] = new T(*record);
+    }
+    for (const T* record : replaced) {
+        delete record;
     }
 }
 

@@ -431,6 +431,18 @@ TEST(LqBodyDefData, SetsArraysToDeepCopies) {
     EXPECT_THAT(idsOf(model.realMarkers), IsEmpty());
 }
 
+TEST(LqBodyDefData, SetsAnArrayToItsOwnRecordsInAnotherOrder) {
+    LqBodyDefData model;
+    fill(model);
+    const LmDArray<LqBDBody*> bodies = arrayOf<LqBDBody*>({model.bodies[1], model.bodies[0]});
+    const LmDArray<LqBDMarker*> markers = arrayOf<LqBDMarker*>({model.realMarkers[1], model.realMarkers[1]});
+    model.setBodies(bodies);
+    model.setRealMarkers(markers);
+    EXPECT_THAT(bodyNamesOf(model), ElementsAre("B", "A"));
+    EXPECT_THAT(idsOf(model.realMarkers), ElementsAre(2, 2));
+    EXPECT_NE(model.realMarkers[0], model.realMarkers[1]);
+}
+
 TEST(LqBodyDefData, AnIdTableRenumbersAndSortsEveryMarkerArray) {
     LqBodyDefData model;
     fill(model);
