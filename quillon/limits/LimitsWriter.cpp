@@ -129,6 +129,7 @@ void writeTaggedLimits(const LqLimitsData& limits, std::ostream& output) {
         pushError("Unable to write header info.");
         return;
     }
+    output.setf(std::ios::dec, std::ios::basefield);
     // Deliberate: the header leaves fixed-point with two decimals, and all values below are written so. A
     // limit of 0.123 becomes 0.12; files are compared by these two decimals.
     writeGuideWeightScale(output, limits.vars);

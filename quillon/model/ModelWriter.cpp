@@ -54,6 +54,7 @@ private:
 /// the markers are written with it.
 void writeHeader(std::ostream& output) {
     output << modelFileId << "\nv";
+    output.setf(std::ios::dec, std::ios::basefield);
     output.setf(std::ios::fixed, std::ios::floatfield);
     output.setf(std::ios::left, std::ios::adjustfield);
     output.precision(2);

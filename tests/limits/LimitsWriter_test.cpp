@@ -2,6 +2,7 @@
 
 #include "quillon/limits/LimitsReader.h"
 #include "tests/limits/LimitsText.h"
+#include "tests/support/CommaLocale.h"
 #include "tests/support/EnvironmentValue.h"
 #include "tests/support/NoFreeDescriptors.h"
 #include "tests/support/ScratchDirectory.h"
@@ -160,6 +161,44 @@ TEST_F(LimitsWriter, LeavesTheStreamInFixedPointLeftJustifiedWithTwoDecimals) {
     EXPECT_EQ(output.precision(), 2);
     EXPECT_EQ(output.flags() & std::ios::floatfield, std::ios::fixed);
     EXPECT_EQ(output.flags() & std::ios::adjustfield, std::ios::left);
+}
+
+TEST_F(LimitsWriter, WritesTheSameWhateverBaseOrRealFormatTheStreamHas) {
+    LqLimitsData limits;
+    limits.setUpperLimit(255, 2.25F);
+    limits.setUpperWeight(255, 3);
+    limits.addInclude("arm.limits", 40);
+    std::ostringstream output;
+    output << std::hex << std::scientific << std::internal;
+    output.precision(11);
+    writeTaggedLimits(limits, output);
+    EXPECT_EQ(output.str(), written(limits));
+}
+
+TEST_F(LimitsWriter, AFileDoesNotFollowTheGlobalLocale) {
+    LqLimitsData limits;
+    limits.setUpperLimit(12345, 1234.5F);
+    limits.setGuideWeight(12345, 0.5F);
+    const support::ScratchDirectory scratch;
+    const std::string path = scratch / "x.limits";
+    const std::string olderPath = scratch / "older.limits";
+    support::writeBytes(olderPath, "1 Field Number\n1 12345\n1234.5\n");
+    LqLimitsData back;
+    LqLimitsData older;
+    float version = 0;
+    {
+        const test::CommaLocale comma;
+        writeLimitsFile(limits, path.c_str());
+        EXPECT_TRUE(readLimitsFile(back, path.c_str(), false));
+        EXPECT_TRUE(readLimitsFile(older, olderPath.c_str(), false));
+        EXPECT_TRUE(checkLimitsFile(path.c_str(), &version));
+    }
+    EXPECT_THAT(takeChain(), IsEmpty());
+    EXPECT_EQ(support::readBytes(path), written(limits));
+    EXPECT_EQ(linesOf(back), linesOf(limits));
+    EXPECT_EQ(version, 2.0F);
+    ASSERT_NE(older.findVar(12345), nullptr);
+    EXPECT_EQ(older.findVar(12345)->upperValue, 1234.5F);
 }
 
 TEST_F(LimitsWriter, ReportsAHeaderThatCannotBeWritten) {

@@ -2,6 +2,7 @@
 
 #include "quillon/model/ModelReader.h"
 #include "tests/model/ModelText.h"
+#include "tests/support/CommaLocale.h"
 #include "tests/support/NoFreeDescriptors.h"
 #include "tests/support/ScratchDirectory.h"
 #include "tests/support/StatusChain.h"
@@ -144,6 +145,39 @@ TEST_F(ModelWriter, NullSlotsBehindTheBodiesAreNotCounted) {
     EXPECT_EQ(written(model, definition),
               "Kym Model File\nv1.00\n0    ; # of cameras\n1    ; # of bodies\n arm\n" + identityRows +
                   noMarkers);
+}
+
+TEST_F(ModelWriter, WritesTheSameWhateverBaseOrRealFormatTheStreamHas) {
+    model.cameraCount = 12;
+    model.addBody(body("arm"));
+    model.fixMarkers.append(new LqBDMarker{255, {0.1F, 1234567, -2}});
+    std::ostringstream output;
+    output << std::hex << std::scientific << std::internal;
+    output.precision(11);
+    writeModelStream(model, output, definition);
+    EXPECT_EQ(output.str(), written(model, definition));
+    EXPECT_EQ(output.flags() & (std::ios::fixed | std::ios::scientific | std::ios::left),
+              std::ios::fmtflags());
+    EXPECT_EQ(output.precision(), 6);
+}
+
+TEST_F(ModelWriter, AFileDoesNotFollowTheGlobalLocale) {
+    test::addBodies(definition, {{"arm", 1}});
+    model.addBody(body("arm", {1, 0, 0, 0, 0, 0.5F, 0, 0, 0, 0, 1, 0, 1234.5F, 0, 0, 1}));
+    model.bodies[0]->vectorLength = 2.5F;
+    model.fixMarkers.append(new LqBDMarker{12345, {0.5F, 1234.5F, -2}});
+    const support::ScratchDirectory scratch;
+    const std::string path = scratch / "x.model";
+    LqBodyDefData back;
+    {
+        const test::CommaLocale comma;
+        writeModelFile(model, path.c_str(), definition);
+        EXPECT_TRUE(readModelFile(back, path.c_str(), definition, false));
+        EXPECT_TRUE(hasModelHeader(path.c_str()));
+    }
+    EXPECT_THAT(takeChain(), IsEmpty());
+    EXPECT_EQ(support::readBytes(path), written(model, definition));
+    EXPECT_EQ(linesOf(back), linesOf(model));
 }
 
 TEST_F(ModelWriter, WritesAFile) {
