@@ -2,6 +2,7 @@
 
 #include "tests/problem/ProblemDefSamples.h"
 #include "tests/support/ChildProcess.h"
+#include "tests/support/NoFreeDescriptors.h"
 #include "tests/support/ScratchDirectory.h"
 #include "tests/support/StatusChain.h"
 
@@ -681,6 +682,62 @@ TEST(ProblemDefReader, TakesAnyIdsAndNarrowsWeights) {
     EXPECT_EQ(data.realMarkers[2]->weight, 0.0F);
 }
 
+// --- The rest of a line --------------------------------------------------------------------------
+
+/// A line's text and what follows it, with its newline 80 characters.
+const std::string comment = " " + std::string(78, 'c') + "\n";
+
+TEST(ProblemDefReader, SkipsTheRestOfALineUpTo80Characters) {
+    FileText file;
+    file.sysVars = "1" + comment + "  1    x\n";
+    file.bodies = "1" + comment + " Hips                ReferenceSystemZero        1   3" + comment +
+                  "    1   2   3   6   5   4" + comment + sixNoMappings + "   1" + comment + "   1" + comment;
+    file.realMarkers = "1" + comment + "1 0 1    Hips\n";
+    file.fixMarkers = "2" + comment + "2 1  Hips                " + comment + "3 1  \"Hips\" " + comment;
+    file.doubleMarkers =
+        "2" + comment + "4 1 1    Hips                " + comment + "5 1 1    \"Hips\" " + comment;
+    file.artificialMarkers = "1" + comment + "6 7 1    Hips                    Hips\n";
+    LqProblemDefData data;
+    EXPECT_EQ(chainAfterReading(data, file.text()), StatusChain{});
+    EXPECT_EQ(namesOf(data.bodies), Names{"Hips"});
+    EXPECT_EQ(idsOf(data.fixMarkers), (Ids{2, 3}));
+    EXPECT_EQ(idsOf(data.doubleMarkers), (Ids{4, 5}));
+    EXPECT_EQ(pairIdsOf(data), (std::vector<std::pair<int, int>>{{6, 7}}));
+}
+
+TEST(ProblemDefReader, ReadsTheEightyFirstCharacterBehindTheDataOfALineAsData) {
+    // 80 characters are skipped, so that the next count or row stands behind them on the same line.
+    const std::string skipped(80, 'c');
+    FileText file;
+    file.sysVars = "0" + skipped;
+    file.fixMarkers = "1" + skipped + "2 1  Hips                " + skipped;
+    file.doubleMarkers = "1\n4 1 1    Hips                " + skipped;
+    file.artificialMarkers = "1" + skipped + "6 7 1    Hips                    Hips\n";
+    LqProblemDefData data;
+    EXPECT_EQ(chainAfterReading(data, file.text()), StatusChain{});
+    EXPECT_EQ(idsOf(data.fixMarkers), Ids{2});
+    EXPECT_EQ(idsOf(data.doubleMarkers), Ids{4});
+    EXPECT_EQ(pairIdsOf(data), (std::vector<std::pair<int, int>>{{6, 7}}));
+    FileText cut;
+    cut.bodies = "0" + skipped + "c\n";
+    EXPECT_EQ(chainAfterReading(cut), StatusChain{error("Unable to read number of Real markers.")});
+}
+
+TEST(ProblemDefReader, NothingIsSkippedBehindTheNamesOfRealAndArtificialMarkers) {
+    FileText real;
+    real.realMarkers = "2\n1 0 1    Hips                2 0 1    Hand\n";
+    real.artificialMarkers = "2\n3 4 1    Hips                    Hips                5 6 1    Hand"
+                             "                    Hand\n";
+    LqProblemDefData data;
+    EXPECT_EQ(chainAfterReading(data, real.text()), StatusChain{});
+    EXPECT_EQ(idsOf(data.realMarkers), (Ids{1, 2}));
+    EXPECT_EQ(pairIdsOf(data), (std::vector<std::pair<int, int>>{{3, 4}, {5, 6}}));
+    FileText commented;
+    commented.realMarkers = "2\n1 0 1    Hips                and more\n2 0 1    Hand\n";
+    EXPECT_EQ(chainAfterReading(commented),
+              StatusChain{error("Unable to read Real marker ID, prediction type and weight.")});
+}
+
 // --- Cancelling ----------------------------------------------------------------------------------
 
 /// A user who cancels when asked for the n-th time, counted from 1.
@@ -802,6 +859,37 @@ TEST(ProblemDefReader, ReportsAFileThatIsNotThere) {
     EXPECT_FALSE(readProblemDefFile(data, path.c_str(), false));
     EXPECT_EQ(takeChain(),
               (StatusChain{error("Unable to open \"" + path + "\"."), error("File does not exist.")}));
+}
+
+TEST(ProblemDefReader, ReportsAFileThatDoesNotOpenAlthoughItMayBeRead) {
+    const CleanStatus clean;
+    const support::ScratchDirectory scratch;
+    const std::string path = scratch / "figure.prb";
+    support::writeBytes(path, figure.text());
+    LqProblemDefData data;
+    fillFigure(data);
+    {
+        const NoFreeDescriptors none;
+        EXPECT_FALSE(readProblemDefFile(data, path.c_str(), false));
+    }
+    EXPECT_EQ(takeChain(), StatusChain{error("Unable to open '" + path + "'.")});
+    EXPECT_EQ(namesOf(data.bodies), (Names{"Hips", "Hand"}));
+}
+
+TEST(ProblemDefReader, AnErrorThatStandsAlreadyStopsTheReadingBehindTheHeader) {
+    const CleanStatus clean;
+    pushError("earlier");
+    LqProblemDefData data;
+    fillFigure(data);
+    std::istringstream input(figure.text());
+    EXPECT_FALSE(readProblemDefStream(data, input, false));
+    EXPECT_EQ(takeChain(), StatusChain{error("earlier")});
+    EXPECT_TRUE(data.isBlank());
+    pushWarning("earlier");
+    std::istringstream again(figure.text());
+    EXPECT_TRUE(readProblemDefStream(data, again, false));
+    EXPECT_EQ(takeChain(), StatusChain{warning("earlier")});
+    EXPECT_EQ(namesOf(data.bodies), (Names{"Hips", "Hand"}));
 }
 
 TEST(ProblemDefReader, ReportsTheFileOverItsDefect) {

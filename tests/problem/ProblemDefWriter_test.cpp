@@ -2,6 +2,8 @@
 
 #include "quillon/problem/ProblemDefReader.h"
 #include "tests/problem/ProblemDefSamples.h"
+#include "tests/support/CommaLocale.h"
+#include "tests/support/NoFreeDescriptors.h"
 #include "tests/support/ScratchDirectory.h"
 #include "tests/support/StatusChain.h"
 
@@ -146,6 +148,28 @@ TEST(ProblemDefWriter, WritesTheSameWhateverFormatTheStreamHasAndLeavesItSo) {
     EXPECT_EQ(output.fill(), '*');
 }
 
+TEST(ProblemDefWriter, EachSectionPutsTheFormatOfTheStreamBack) {
+    LqProblemDefData data;
+    fillSample(data);
+    using WriteSection = void (*)(const LqProblemDefData&, std::ostream&);
+    const WriteSection writers[] = {writeSysVars,    writeBodies,        writeRealMarkers,
+                                    writeFixMarkers, writeDoubleMarkers, writeArtificialMarkers};
+    std::string sections;
+    for (const WriteSection write : writers) {
+        std::ostringstream output;
+        output << std::oct << std::showpos << std::scientific << std::internal;
+        output.precision(2);
+        output.width(9);
+        const std::ios_base::fmtflags flags = output.flags();
+        write(data, output);
+        EXPECT_EQ(output.flags(), flags);
+        EXPECT_EQ(output.precision(), 2);
+        EXPECT_EQ(output.width(), 9);
+        sections += output.str();
+    }
+    EXPECT_EQ(sections, sampleSections);
+}
+
 TEST(ProblemDefWriter, PassesOverNullSlots) {
     LqProblemDefData data;
     data.addBody("Hips", "ReferenceSystemZero", 1);
@@ -213,6 +237,40 @@ TEST(ProblemDefWriter, ReportsAPathThatCannotBeWritten) {
     EXPECT_FALSE(writeProblemDefFile(LqProblemDefData(), path.c_str()));
     EXPECT_EQ(takeChain(),
               (StatusChain{error("File \"" + path + "\" is unwritable."), error("File is a directory.")}));
+}
+
+TEST(ProblemDefWriter, ReportsAFileThatCannotBeCreated) {
+    const CleanStatus clean;
+    const support::ScratchDirectory scratch;
+    const std::string path = scratch / "sample.prb";
+    {
+        const NoFreeDescriptors none;
+        EXPECT_FALSE(writeProblemDefFile(LqProblemDefData(), path.c_str()));
+    }
+    EXPECT_EQ(takeChain(), StatusChain{error("Couldn't create file \"" + path + "\".")});
+}
+
+TEST(ProblemDefWriter, AFileDoesNotFollowTheGlobalLocale) {
+    const CleanStatus clean;
+    const support::ScratchDirectory scratch;
+    const std::string path = scratch / "sample.prb";
+    LqProblemDefData data;
+    fillSample(data);
+    data.bodies[0]->setMapping(2, constantMapping(1234.5F));
+    data.bodies[2]->type = 1;
+    std::ostringstream expected;
+    writeProblemDefStream(data, expected);
+    LqProblemDefData readBack;
+    {
+        const CommaLocale comma;
+        EXPECT_TRUE(writeProblemDefFile(data, path.c_str()));
+        EXPECT_TRUE(readProblemDefFile(readBack, path.c_str(), false));
+    }
+    EXPECT_EQ(takeChain(), StatusChain{});
+    EXPECT_EQ(support::readBytes(path), expected.str());
+    EXPECT_EQ(readBack.bodies[0]->mappings[2].constant, 1234.5F);
+    EXPECT_EQ(readBack.sysVars[2]->id, 1234);
+    EXPECT_EQ(readBack.realMarkers[1]->weight, 1234.568F);
 }
 
 // --- Generated definitions -----------------------------------------------------------------------
