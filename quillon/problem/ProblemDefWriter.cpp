@@ -9,6 +9,7 @@
 #include "quillon/problem/MappingText.h"
 #include "quillon/problem/ProblemDefFormat.h"
 
+#include <locale>
 #include <ostream>
 #include <sstream>
 #include <string_view>
@@ -244,6 +245,7 @@ bool writeProblemDefFile(const LqProblemDefData& source, const LmStr& path) {
     }
     // A mapping ends its lines with a flush. Composed in memory first, the file takes them all in one go.
     std::ostringstream text;
+    text.imbue(std::locale::classic());
     writeProblemDefStream(source, text);
     writeText(output, text.view());
     output.close();

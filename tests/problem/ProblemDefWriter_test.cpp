@@ -268,6 +268,7 @@ TEST(ProblemDefWriter, AFileDoesNotFollowTheGlobalLocale) {
     }
     EXPECT_EQ(takeChain(), StatusChain{});
     EXPECT_EQ(support::readBytes(path), expected.str());
+    ASSERT_EQ(readBack.realMarkers.count(), 2);
     EXPECT_EQ(readBack.bodies[0]->mappings[2].constant, 1234.5F);
     EXPECT_EQ(readBack.sysVars[2]->id, 1234);
     EXPECT_EQ(readBack.realMarkers[1]->weight, 1234.568F);
