@@ -190,10 +190,15 @@ TEST_F(ScaleDefReader, ReportsAFileThatIsNotThere) {
 
 TEST_F(ScaleDefReader, ReportsAFileThatDoesNotOpenAlthoughItMayBeRead) {
     writeBytes(path(), header);
+    // Taken out of the fixture in front: to check the type of an object, a sanitizer needs a descriptor
+    // itself.
+    const LmStr name(path().c_str());
+    LqScaleDefData& target = definition;
+    const LqProblemDefData& problem = problemDef;
     {
         const test::NoFreeDescriptors none;
-        EXPECT_FALSE(readScaleDefFile(definition, path().c_str(), problemDef, false));
-        EXPECT_FALSE(isScaleDefFile(path().c_str()));
+        EXPECT_FALSE(readScaleDefFile(target, name, problem, false));
+        EXPECT_FALSE(isScaleDefFile(name));
     }
     EXPECT_EQ(takeChain(), (StatusChain{error("Couldn't open \"" + path() + "\"."),
                                         error("Couldn't open \"" + path() + "\".")}));

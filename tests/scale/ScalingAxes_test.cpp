@@ -35,9 +35,9 @@ double sineBetween(const LmVec3& a, const LmVec3& b) {
     double bb = 0;
     double ab = 0;
     for (std::size_t i = 0; i < 3; ++i) {
-        aa += double{a[i]} * double{a[i]};
-        bb += double{b[i]} * double{b[i]};
-        ab += double{a[i]} * double{b[i]};
+        aa += static_cast<double>(a[i]) * static_cast<double>(a[i]);
+        bb += static_cast<double>(b[i]) * static_cast<double>(b[i]);
+        ab += static_cast<double>(a[i]) * static_cast<double>(b[i]);
     }
     return std::sqrt(std::max(0.0, 1.0 - ab * ab / (aa * bb)));
 }
