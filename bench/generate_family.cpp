@@ -2,10 +2,11 @@
 //
 //     generate_family BODIES DIRECTORY [chain|tree]
 //
-// gives family.zvx, .probdef, .model and .limits: BODIES bodies and system variables, three real markers for
-// each body, a tenth as many fix, double and artificial ones, and limits for all variables. The same
-// arguments give the same bytes. The formats are written out here once more, without the library, so that a
-// fault in its readers cannot hide behind the same fault in its writers.
+// gives family.zvx, .probdef, .model, .limits and .scaledef: BODIES bodies and system variables, three real
+// markers for each body, a tenth as many fix, double and artificial ones, limits for all variables, and a
+// scaling and a constraint for each body with a scaling variable for every ten. The same arguments give the
+// same bytes. The formats are written out here once more, without the library, so that a fault in its readers
+// cannot hide behind the same fault in its writers.
 
 #include <algorithm>
 #include <array>
@@ -302,6 +303,38 @@ void writeLimits(const std::filesystem::path& path, const Family& family) {
     }
 }
 
+/// Limit adjustments and scaling variables for every tenth body, a scaling and a constraint for each, two
+/// poses.
+void writeScaleDefinition(const std::filesystem::path& path, const Family& family) {
+    Numbers numbers(4);
+    File file(path);
+    file.print("Kym Scale Definition File\nv1.00\nREAL_COUNT: %d\nDEFAULT_REAL_WEIGHT: 1\n",
+               family.realMarkers());
+    file.print("LIMIT_ADJUSTMENTS {\n");
+    for (int i = 0; i < family.size(); i += 10) {
+        file.print("  %d %.3f *\n", i + 1, numbers.between(-2.0, 0.0));
+    }
+    file.print("}\nSCALING_VARIABLES {\n");
+    for (int i = 0; i < family.size(); i += 10) {
+        file.print("  size_%d %.2f [m1 + 0.5]  \"size of %s\"\n", i / 10, numbers.between(0.1, 0.9),
+                   family.bodies[static_cast<std::size_t>(i)].name.c_str());
+    }
+    file.print("}\nPOSE {\n  NAME: standing\n}\nPOSE {\n  NAME: walking\n}\nBODY_SCALINGS {\n");
+    for (int i = 0; i < family.size(); ++i) {
+        file.print("  \"%s\"\n    1 0 0\n    0 1 0\n    size_%d\n    0\n    -2 %.3f size_%d %.3f\n",
+                   family.bodies[static_cast<std::size_t>(i)].name.c_str(), i / 10, numbers.between(0.0, 1.0),
+                   i / 10, numbers.between(0.1, 2.0));
+    }
+    file.print("}\nGLOBAL_CONSTRAINTS {\n");
+    static constexpr std::array<const char*, 3> axes = {"1 0 0", "0 1 0", "0 0 1"};
+    for (int i = 0; i < family.size(); ++i) {
+        const auto axis = static_cast<std::size_t>(i % 3);
+        file.print("  \"%s\" %s  %s\n", family.bodies[static_cast<std::size_t>(i)].name.c_str(), axes[axis],
+                   axes[(axis + static_cast<std::size_t>(i % 2)) % 3]);
+    }
+    file.print("}\nTEMPS {\n}\n");
+}
+
 } // namespace
 
 int main(int argumentCount, char** arguments) {
@@ -319,4 +352,5 @@ int main(int argumentCount, char** arguments) {
     writeProblemDefinition(directory / "family.probdef", family);
     writeModel(directory / "family.model", family);
     writeLimits(directory / "family.limits", family);
+    writeScaleDefinition(directory / "family.scaledef", family);
 }

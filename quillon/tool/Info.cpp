@@ -4,6 +4,7 @@
 #include "quillon/limits/LimitsReader.h"
 #include "quillon/model/ModelReader.h"
 #include "quillon/problem/ProblemDefReader.h"
+#include "quillon/scale/ScaleDefReader.h"
 #include "quillon/tool/LqProblemBundle.h"
 #include "quillon/tool/LqProblemSpec.h"
 #include "quillon/tool/ProblemReport.h"
@@ -16,7 +17,8 @@ namespace quillon {
 namespace {
 
 /// The truth value of the current status, which the driver hands to every reader: a file is read with its
-/// includes only when a warning stands already. Deliberate; the report of a clean run depends on it.
+/// includes, and a scale definition leniently, only when a warning stands already. Deliberate; the report of a
+/// clean run depends on it.
 bool statusTruth() {
     return currentStatus().hasEntries();
 }
@@ -48,7 +50,11 @@ bool readFamily(LqProblemBundle& bundle, LqProblemSpec& spec, const LmStr& path,
         }
     }
     readLimitsFile(bundle.limits, spec.limits, statusTruth());
-    return confirmRead(spec.limits, messages);
+    if (!confirmRead(spec.limits, messages)) {
+        return false;
+    }
+    readScaleDefFile(bundle.scaleDef, spec.scaleDefinition, bundle.problemDef, statusTruth());
+    return confirmRead(spec.scaleDefinition, messages);
 }
 
 } // namespace

@@ -77,11 +77,13 @@ TEST(CommandLine, UsageErrorsLeaveTheStatusAlone) {
     EXPECT_EQ(test::chainOf(), test::StatusChain{test::warning("stands")});
 }
 
-/// A family without problem definition and model, whose limits file includes another.
+/// A family without problem definition and model, whose limits and scale definition are blank.
 std::string writeFamily(const ScratchDirectory& scratch) {
     writeBytes(scratch / "limits", "Kym System Variable Limits File\nv2.00\n");
-    writeBytes(scratch / "a.zvx",
-               "Kym Problem Specification File\nv1.00\nLIMITS: " + (scratch / "limits") + "\n");
+    writeBytes(scratch / "scale", "Kym Scale Definition File\nv1.00\nREAL_COUNT: 0\nDEFAULT_REAL_WEIGHT: 0\n"
+                                  "LIMIT_ADJUSTMENTS {\n# none\n}\nGLOBAL_CONSTRAINTS {\n}\nTEMPS {\n}\n");
+    writeBytes(scratch / "a.zvx", "Kym Problem Specification File\nv1.00\nLIMITS: " + (scratch / "limits") +
+                                      "\nSCALEDEF: " + (scratch / "scale") + "\n");
     return scratch / "a.zvx";
 }
 
@@ -136,8 +138,8 @@ TEST(CommandLine, FailsWhenTheReportCannotBeWritten) {
     out.setstate(std::ios::badbit);
     std::ostringstream messages;
     EXPECT_EQ(runCommandLine(arguments, out, messages), 1);
-    EXPECT_EQ(messages.str(),
-              "Read " + path + "\nRead " + (scratch / "limits") + "\nUnable to write the report.\n");
+    EXPECT_EQ(messages.str(), "Read " + path + "\nRead " + (scratch / "limits") + "\nRead " +
+                                  (scratch / "scale") + "\nUnable to write the report.\n");
 }
 
 TEST(DescriptorBuf, WritesAllThatTheStreamTakes) {
