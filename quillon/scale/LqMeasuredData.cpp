@@ -3,10 +3,10 @@
 #include "quillon/core/DataHeader.h"
 #include "quillon/core/LmStatus.h"
 #include "quillon/files/FileAccess.h"
+#include "quillon/files/LmIFStream.h"
 #include "quillon/scale/ScaleTokens.h"
 
 #include <algorithm>
-#include <fstream>
 #include <vector>
 
 namespace quillon {
@@ -47,7 +47,7 @@ void LqMeasuredData::readFile(const LmStr& path) {
     if (!checkFileReadable(path)) {
         return;
     }
-    std::ifstream file(path.c_str());
+    LmIFStream file(path);
     if (!file) {
         pushErrorf("Unable to open \"%s\".", path.c_str());
         return;
@@ -64,7 +64,7 @@ bool LqMeasuredData::isMeasuredFile(const LmStr& path) {
         pushErrorf("Unable to open \"%s\".", path.c_str());
         return false;
     }
-    std::ifstream file(path.c_str());
+    LmIFStream file(path);
     if (!file) {
         pushErrorf("Couldn't open \"%s\".", path.c_str());
         return false;

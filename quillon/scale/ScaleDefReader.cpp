@@ -5,6 +5,7 @@
 #include "quillon/core/StreamTokens.h"
 #include "quillon/core/TagReader.h"
 #include "quillon/files/FileAccess.h"
+#include "quillon/files/LmIFStream.h"
 #include "quillon/scale/BodyScalingReader.h"
 #include "quillon/scale/ConstraintReader.h"
 #include "quillon/scale/MarkerWeightReader.h"
@@ -15,7 +16,6 @@
 #include "quillon/scale/ScalingVariableReader.h"
 #include "quillon/scale/TempMarkerReader.h"
 
-#include <fstream>
 #include <memory>
 
 namespace quillon {
@@ -209,7 +209,7 @@ bool readScaleDefFile(LqScaleDefData& target, const LmStr& path, const LqProblem
     if (!checkFileReadable(path)) {
         return false;
     }
-    std::ifstream input(path.c_str());
+    LmIFStream input(path);
     if (!input.is_open()) {
         pushErrorf("Couldn't open \"%s\".", path.c_str());
         return false;
@@ -247,7 +247,7 @@ bool isScaleDefFile(const LmStr& path) {
         pushErrorf("Unable to open \"%s\".", path.c_str());
         return false;
     }
-    std::ifstream input(path.c_str());
+    LmIFStream input(path);
     if (!input.is_open()) {
         pushErrorf("Couldn't open \"%s\".", path.c_str());
         return false;
