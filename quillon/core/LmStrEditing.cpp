@@ -67,6 +67,12 @@ void LmStr::remove(int start, int count) {
             offset = newOffset;
             return;
         }
+        // To the front of the block and not to the old offset, so that eating a long text takes linear time.
+        const std::uint64_t keptSize = rep->size - newOffset;
+        std::memmove(rep->text, rep->text + newOffset, keptSize);
+        offset = 0;
+        resizeRep(keptSize);
+        return;
     }
     unshare();
     openGap(static_cast<std::uint64_t>(start), static_cast<std::uint64_t>(count), 0);

@@ -63,10 +63,14 @@ protected:
 TEST_P(GeneratedFamily, IsReadWholeAndReportedLineByLine) {
     const ChildResult result = reportOf(1000);
     EXPECT_EQ(result.outcome, "0");
-    EXPECT_EQ(result.err, "Read family.zvx\nRead family.probdef\nRead family.model\nRead family.limits\n");
+    EXPECT_EQ(result.err, "Read family.zvx\nRead family.probdef\nRead family.model\nRead family.limits\n"
+                          "Read family.scaledef\n");
     EXPECT_THAT(countKinds(result.out),
                 ElementsAre(Pair("artificial_marker", 200), Pair("artificial_pair", 100), Pair("body", 1000),
-                            Pair("real_marker", 3000), Pair("sys_var", 1000)));
+                            Pair("body_scaling_transform", 3000), Pair("real_marker", 3000),
+                            Pair("scaling_params", 1), Pair("scaling_pose", 2),
+                            Pair("scaling_sys_var_limit_override", 100), Pair("scaling_var", 100),
+                            Pair("scaling_vector_constraint", 1000), Pair("sys_var", 1000)));
 }
 
 TEST_P(GeneratedFamily, KeepsTheValuesOfItsFiles) {

@@ -326,5 +326,21 @@ TEST(LmStrConcatenation, GivesANewValue) {
     EXPECT_STREQ(right.c_str(), "cd");
 }
 
+TEST(LmStrRemove, EatingALongTextToItsEndLeavesEveryPieceRight) {
+    std::string source;
+    for (int i = 0; i < 300000; ++i) {
+        source += std::to_string(i) + " ";
+    }
+    LmStr text(source.c_str());
+    for (int i = 0; i < 300000; ++i) {
+        const std::string expected = std::to_string(i) + " ";
+        const int length = static_cast<int>(expected.size());
+        ASSERT_EQ(text.startsWith(expected.c_str()), 0) << "piece " << i;
+        text.remove(0, length);
+    }
+    EXPECT_EQ(text, "");
+    text.checkTerminator();
+}
+
 } // namespace
 } // namespace quillon
