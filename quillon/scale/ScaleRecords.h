@@ -108,7 +108,7 @@ struct TempData_t {
 /// A scaling variable. Its id is its position in the definition, counted from 1.
 struct ScaleVar {
     LmStr name{""};
-    LmStr description{""}; ///< may be empty
+    LmStr description; ///< null when none is given
     ScaleFloat lower;
     ScaleFloat upper;
 

@@ -371,11 +371,11 @@ TEST_F(ScaleDefReader, ReadsScalingVariablesOfSeveralBlocks) {
     ASSERT_THAT(scaleVarNames(), ElementsAre("height", "arm width", "knee", "girth"));
     EXPECT_EQ(definition.scaleVars[0].lower, literal(-1));
     EXPECT_EQ(definition.scaleVars[0].upper, (ScaleFloat{0, 2, 1}));
-    EXPECT_EQ(definition.scaleVars[0].description, "");
+    EXPECT_TRUE(definition.scaleVars[0].description.isNull());
     EXPECT_EQ(definition.scaleVars[1].lower, literal(noLowerLimit));
     EXPECT_EQ(definition.scaleVars[1].upper, literal(noUpperLimit));
     EXPECT_EQ(definition.scaleVars[1].description, "tall");
-    EXPECT_EQ(definition.scaleVars[2].description, "");
+    EXPECT_TRUE(definition.scaleVars[2].description.isNull());
     EXPECT_EQ(definition.scaleVars[3].description, "as \\worn");
 }
 

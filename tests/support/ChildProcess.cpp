@@ -221,12 +221,19 @@ ChildResult runChild(const ChildOptions& options, const std::function<void()>& b
     return Watch(child, options, out, err).waitForEnd();
 }
 
+#ifdef QUILLON_COVERAGE
+const uid_t firstUser = geteuid();
+#endif
+
 [[noreturn]] void endChild() {
     std::cout.flush();
     std::cerr.flush();
     std::fflush(nullptr);
 #ifdef QUILLON_COVERAGE
-    __gcov_dump();
+    // A child that has become another user may not write the counts, and would complain on standard error.
+    if (geteuid() == firstUser) {
+        __gcov_dump();
+    }
 #endif
     _exit(0);
 }
