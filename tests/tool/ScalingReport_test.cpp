@@ -153,6 +153,31 @@ TEST(ScalingReport, PrintsTheDirectionsOfVectorConstraintsAndTheirMagnitudesAsAW
               "global_direction=(0 -1 0) weight=10\n");
 }
 
+TEST(ScalingReport, PrintsAZeroVectorAsAStreamPrintsNaN) {
+    LqProblemBundle bundle;
+    LqScaleDefData::GlobalConst_t constraint;
+    constraint.bodyName = "Pelvis";
+    constraint.global = {0, 1, 0};
+    bundle.scaleDef.globalConstraints.append(constraint);
+    volatile float zero = 0.0F;
+    std::ostringstream nan;
+    nan << static_cast<double>(zero / zero);
+    EXPECT_EQ(linesBehindParameters(bundle), "scaling_vector_constraint body=Pelvis local_direction=(" +
+                                                 nan.str() + " " + nan.str() + " " + nan.str() +
+                                                 ") global_direction=(0 1 0) weight=0\n");
+}
+
+TEST(ScalingReport, ComputesMagnitudesInSinglePrecision) {
+    LqProblemBundle bundle;
+    LqScaleDefData::GlobalConst_t constraint;
+    constraint.bodyName = "Pelvis";
+    constraint.local = {1e20F, 0, 0};
+    constraint.global = {1, 0, 0};
+    bundle.scaleDef.globalConstraints.append(constraint);
+    EXPECT_EQ(linesBehindParameters(bundle), "scaling_vector_constraint body=Pelvis local_direction=(0 0 0) "
+                                             "global_direction=(1 0 0) weight=inf\n");
+}
+
 TEST(ScalingReport, PrintsPositionConstraintsWithWhatIsNotZero) {
     LqProblemBundle bundle;
     // Position constraints alone do not count against emptiness.
@@ -262,6 +287,9 @@ TEST(ScaleMappingText, FollowsTheFormOfTheMapping) {
     EXPECT_EQ(combination(offsetFrom(2, 0), {}), "[m2 0]");
     EXPECT_EQ(combination(literal(0.5F), {{3, literal(-2)}, {4, literal(1)}}), "0.5+-2*s3+s4");
     EXPECT_EQ(combination(literal(0), {{3, literal(1)}, {4, scaled(1, 1)}}), "s3+[m1 0]*s4");
+    // An offset without a measured constant does not show, but the number is then neither the literal 0
+    // nor 1.
+    EXPECT_EQ(combination({.offset = 5}, {{3, {.value = 1, .offset = 5}}}), "0+1*s3");
 }
 
 } // namespace
