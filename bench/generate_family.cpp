@@ -27,6 +27,7 @@ class Numbers {
 public:
     explicit Numbers(std::uint64_t seed) : state_(seed) {}
 
+    // Two numbers are never drawn within one call: compilers evaluate arguments in an order of their own.
     int below(int bound) { return static_cast<int>(next() % static_cast<std::uint64_t>(bound)); }
 
     double between(double low, double high) {
@@ -158,7 +159,8 @@ void writeMappings(File& file, int own, int variableCount, Numbers& numbers) {
     file.print(" %3d\n %.6f\n", -1, numbers.between(-2.0, 2.0));
     file.print(" %3d\n %.6f", -3, numbers.between(-1.0, 1.0));
     for (int term = 0; term < 2; ++term) {
-        file.print("\n    %d   %.6f", numbers.below(variableCount) + 1, numbers.between(-1.5, 1.5));
+        const double coefficient = numbers.between(-1.5, 1.5);
+        file.print("\n    %d   %.6f", numbers.below(variableCount) + 1, coefficient);
     }
     file.print("\n");
     for (int k = 0; k < 3; ++k) {
@@ -198,8 +200,8 @@ void writeMarkers(File& file, const Family& family, Numbers& numbers) {
     }
     file.print("  %d    # double markers, ID, double ID, weight, body name\n", family.rareMarkers);
     for (int i = 0; i < family.rareMarkers; ++i) {
-        file.print("  %3d %3d %7.3f    ", id++, numbers.below(family.realMarkers()) + 1,
-                   numbers.between(0.1, 2.0));
+        const double weight = numbers.between(0.1, 2.0);
+        file.print("  %3d %3d %7.3f    ", id++, numbers.below(family.realMarkers()) + 1, weight);
         file.printNameField(family.bodyOfMarker(i * 10 + 3));
         file.print("\n");
     }
@@ -237,8 +239,10 @@ void writeBaseMatrix(File& file, Numbers& numbers) {
                std::cos(a) * std::sin(b) * std::sin(c) - std::sin(a) * std::cos(c));
     file.print("  %.6f    %.6f    %.6f\n", -std::sin(b), std::sin(a) * std::cos(b),
                std::cos(a) * std::cos(b));
-    file.print("  %.6f    %.6f    %.6f\n", numbers.between(-0.5, 0.5), numbers.between(-0.5, 0.5),
-               numbers.between(0.0, 1.0));
+    const double z = numbers.between(0.0, 1.0);
+    const double y = numbers.between(-0.5, 0.5);
+    const double x = numbers.between(-0.5, 0.5);
+    file.print("  %.6f    %.6f    %.6f\n", x, y, z);
 }
 
 /// The count of a section of points, and a position for each of `count` ids from `id` on, which ends behind
@@ -247,8 +251,10 @@ void writePoints(File& file, const char* comment, int countToWrite, int count, i
                  Numbers& numbers) {
     file.print("%d    ; # of %s\n", countToWrite, comment);
     for (int i = 0; i < count; ++i) {
-        file.print("  %d   %.6g   %.6g   %.6g\n", id++, numbers.between(-0.3, 0.3),
-                   numbers.between(-0.3, 0.3), numbers.between(-0.3, 0.3));
+        const double z = numbers.between(-0.3, 0.3);
+        const double y = numbers.between(-0.3, 0.3);
+        const double x = numbers.between(-0.3, 0.3);
+        file.print("  %d   %.6g   %.6g   %.6g\n", id++, x, y, z);
         for (int line = 0; line < linesBehind; ++line) {
             file.print("       1         30      15.0\n");
         }
@@ -265,7 +271,9 @@ void writeModel(const std::filesystem::path& path, const Family& family) {
         writeBaseMatrix(file, numbers);
         if (body.twist) {
             file.print("  %.6f\n", numbers.between(0.1, 0.6));
-            file.print("  %.6f  %.6f  %.6f\n", numbers.between(-1.0, 1.0), numbers.between(-1.0, 1.0), -1.0);
+            const double y = numbers.between(-1.0, 1.0);
+            const double x = numbers.between(-1.0, 1.0);
+            file.print("  %.6f  %.6f  %.6f\n", x, y, -1.0);
         }
     }
     int id = 1;
@@ -321,9 +329,10 @@ void writeScaleDefinition(const std::filesystem::path& path, const Family& famil
     }
     file.print("}\nPOSE {\n  NAME: standing\n}\nPOSE {\n  NAME: walking\n}\nBODY_SCALINGS {\n");
     for (int i = 0; i < family.size(); ++i) {
+        const double factor = numbers.between(0.1, 2.0);
+        const double constant = numbers.between(0.0, 1.0);
         file.print("  \"%s\"\n    1 0 0\n    0 1 0\n    size_%d\n    0\n    -2 %.3f size_%d %.3f\n",
-                   family.bodies[static_cast<std::size_t>(i)].name.c_str(), i / 10, numbers.between(0.0, 1.0),
-                   i / 10, numbers.between(0.1, 2.0));
+                   family.bodies[static_cast<std::size_t>(i)].name.c_str(), i / 10, constant, i / 10, factor);
     }
     file.print("}\nGLOBAL_CONSTRAINTS {\n");
     static constexpr std::array<const char*, 3> axes = {"1 0 0", "0 1 0", "0 0 1"};

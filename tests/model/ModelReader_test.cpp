@@ -41,9 +41,9 @@ std::string plainBody(const std::string& name) {
     return " " + name + "\n" + identityRows;
 }
 
-class ModelReader : public testing::Test {
+class ModelReaderTest : public testing::Test {
 protected:
-    ModelReader() {
+    ModelReaderTest() {
         test::addBodies(definition, {{"Plain", 0}, {"Twist", 1}, {"Slide", 2}, {"Both", 3}, {"Arm_l", 0}});
     }
 
@@ -65,7 +65,7 @@ protected:
 
 // --- What is read --------------------------------------------------------------------------------
 
-TEST_F(ModelReader, ReadsEverySection) {
+TEST_F(ModelReaderTest, ReadsEverySection) {
     EXPECT_TRUE(read("Kym Model File\n"
                      "v1.00\n"
                      "2    ; # of cameras\n"
@@ -109,20 +109,20 @@ TEST_F(ModelReader, ReadsEverySection) {
                             "artificial 7: 3 0 0", "artificial 8: 4 0 0"));
 }
 
-TEST_F(ModelReader, OneArtificialPairCountsAsTwoMarkersAndIsFoundByBothIds) {
+TEST_F(ModelReaderTest, OneArtificialPairCountsAsTwoMarkersAndIsFoundByBothIds) {
     EXPECT_TRUE(readMarkers("0\n0\n0\n1\n 4 1 2 3\n 5 4 5 6\n"));
     EXPECT_EQ(model.markerCount(), 2);
     EXPECT_EQ(model.findMarker(4), model.artificialMarkers[0]);
     EXPECT_EQ(model.findMarker(5), model.artificialMarkers[1]);
 }
 
-TEST_F(ModelReader, ABodyOfBothTypesHasALengthAndADirection) {
+TEST_F(ModelReaderTest, ABodyOfBothTypesHasALengthAndADirection) {
     EXPECT_TRUE(readSections("1\n" + plainBody("Both") + "  3\n  1  2  3\n" + noMarkers));
     EXPECT_THAT(linesOf(model),
                 ElementsAre("cameras 0", "body Both " + identityText + " length 3 direction 1 2 3"));
 }
 
-TEST_F(ModelReader, ALengthTooSmallFor32BitsIsNotZeroAndIsKeptAs0) {
+TEST_F(ModelReaderTest, ALengthTooSmallFor32BitsIsNotZeroAndIsKeptAs0) {
     EXPECT_TRUE(readSections("1\n" + plainBody("Twist") + "  1e-60\n  0  0  1\n" + noMarkers));
     EXPECT_THAT(takeChain(), IsEmpty());
     EXPECT_EQ(model.bodies[0]->vectorLength, 0.0F);
@@ -130,7 +130,7 @@ TEST_F(ModelReader, ALengthTooSmallFor32BitsIsNotZeroAndIsKeptAs0) {
     EXPECT_EQ(model.bodies[0]->vectorLength, -2.0F);
 }
 
-TEST_F(ModelReader, ANameIsTheWholeTrimmedLine) {
+TEST_F(ModelReaderTest, ANameIsTheWholeTrimmedLine) {
     const std::string longName(600, 'n');
     test::addBodies(definition, {{longName, 0}, {"two words", 0}, {"", 0}, {"h\xFCgel", 0}});
     EXPECT_TRUE(readSections("5\n \t two words \t\n" + identityRows + longName + "\n" + identityRows + "\n" +
@@ -141,7 +141,7 @@ TEST_F(ModelReader, ANameIsTheWholeTrimmedLine) {
     EXPECT_THAT(bodyNamesOf(model), ElementsAre("two words", longName, "", "h\xFCgel", "Plain"));
 }
 
-TEST_F(ModelReader, CarriageReturnsDoNotMatter) {
+TEST_F(ModelReaderTest, CarriageReturnsDoNotMatter) {
     std::string text =
         header + "1\n1\n" + plainBody("Twist") + "  2\n  0  1  0\n1\n 1 1 2 3\n camera\n1\n 2 1 2 3\n0\n0\n";
     for (std::size_t at = text.find('\n'); at != std::string::npos; at = text.find('\n', at + 2)) {
@@ -154,7 +154,7 @@ TEST_F(ModelReader, CarriageReturnsDoNotMatter) {
                             "real 1: 1 2 3", "fix 2: 1 2 3"));
 }
 
-TEST_F(ModelReader, TextBehindTheDataOfALineIsSkippedUpTo80Characters) {
+TEST_F(ModelReaderTest, TextBehindTheDataOfALineIsSkippedUpTo80Characters) {
     // With its blank and its newline 80 characters.
     const std::string comment = " " + std::string(78, 'c') + "\n";
     const std::string row = "1 0 0" + comment;
@@ -167,37 +167,37 @@ TEST_F(ModelReader, TextBehindTheDataOfALineIsSkippedUpTo80Characters) {
     EXPECT_EQ(takeChain(), (StatusChain{error("Unable to read number of real points.")}));
 }
 
-TEST_F(ModelReader, BehindEachRealMarkerStandsOneLineForEachCamera) {
+TEST_F(ModelReaderTest, BehindEachRealMarkerStandsOneLineForEachCamera) {
     EXPECT_TRUE(read(header + "2\n0\n2\n 1 1 2 3\n 7 7 7 7\n 8 8 8 8\n 2 1 2 3\nx\ny\n1\n 3 1 2 3\n0\n0\n"));
     EXPECT_THAT(takeChain(), IsEmpty());
     EXPECT_THAT(idsOf(model.realMarkers), ElementsAre(1, 2));
     EXPECT_THAT(idsOf(model.fixMarkers), ElementsAre(3));
 }
 
-TEST_F(ModelReader, ANegativeCameraCountMeansNoCameraLines) {
+TEST_F(ModelReaderTest, ANegativeCameraCountMeansNoCameraLines) {
     EXPECT_TRUE(read(header + "-3\n0\n1\n 1 1 2 3\n0\n0\n0\n"));
     EXPECT_EQ(model.cameraCount, -3);
     EXPECT_THAT(idsOf(model.realMarkers), ElementsAre(1));
 }
 
-TEST_F(ModelReader, ACameraCountFarAboveTheLinesOfTheFileFailsAtOnce) {
+TEST_F(ModelReaderTest, ACameraCountFarAboveTheLinesOfTheFileFailsAtOnce) {
     EXPECT_FALSE(read(header + "2000000000\n0\n2\n 1 1 2 3\n 2 1 2 3\n"));
     EXPECT_EQ(takeChain(), (StatusChain{error("Unable to read real marker number.")}));
 }
 
-TEST_F(ModelReader, AModelMayHaveFewerBodiesThanTheDefinition) {
+TEST_F(ModelReaderTest, AModelMayHaveFewerBodiesThanTheDefinition) {
     EXPECT_TRUE(readSections("0\n" + noMarkers));
     EXPECT_THAT(takeChain(), IsEmpty());
     EXPECT_TRUE(model.isBlank());
 }
 
-TEST_F(ModelReader, TheFirstOfTwoDefinedBodiesOfOneNameSaysTheType) {
+TEST_F(ModelReaderTest, TheFirstOfTwoDefinedBodiesOfOneNameSaysTheType) {
     test::addBodies(definition, {{"Plain", 1}});
     EXPECT_TRUE(readSections("1\n" + plainBody("Plain") + noMarkers));
     EXPECT_THAT(takeChain(), IsEmpty());
 }
 
-TEST_F(ModelReader, ASuffixIsLookedUpWithTheNameAndNotStored) {
+TEST_F(ModelReaderTest, ASuffixIsLookedUpWithTheNameAndNotStored) {
     const std::string text = header + noCameras + "1\n" + plainBody("Arm") + noMarkers;
     std::istringstream input(text);
     EXPECT_TRUE(readModelSections(model, input, definition, "_l"));
@@ -209,7 +209,7 @@ TEST_F(ModelReader, ASuffixIsLookedUpWithTheNameAndNotStored) {
                                  "body in the problem definition.")}));
 }
 
-TEST_F(ModelReader, ReadingReplacesTheRecordsButKeepsTheDefinition) {
+TEST_F(ModelReaderTest, ReadingReplacesTheRecordsButKeepsTheDefinition) {
     model.problemDef = &definition;
     model.addRealMarker({9, {}});
     model.addGlobalDirectionMarker({9, {}});
@@ -221,7 +221,7 @@ TEST_F(ModelReader, ReadingReplacesTheRecordsButKeepsTheDefinition) {
 
 // --- Headers -------------------------------------------------------------------------------------
 
-TEST_F(ModelReader, TakesHeadersThatAreGoodEnough) {
+TEST_F(ModelReaderTest, TakesHeadersThatAreGoodEnough) {
     for (const char* text : {"Kym Model File, second edition\nv1.00\n", "Kym Model File\nv1.99\n",
                              "Kym Model File\n \n x 1.5 and more\n", "Kym Model File\nv1"}) {
         std::istringstream input(text);
@@ -233,7 +233,7 @@ TEST_F(ModelReader, TakesHeadersThatAreGoodEnough) {
     EXPECT_THAT(takeChain(), IsEmpty());
 }
 
-TEST_F(ModelReader, ReportsABadHeader) {
+TEST_F(ModelReaderTest, ReportsABadHeader) {
     struct Case {
         const char* text;
         StatusChain chain;
@@ -265,7 +265,7 @@ TEST_F(ModelReader, ReportsABadHeader) {
 
 // --- Numbers that cannot be read -----------------------------------------------------------------
 
-TEST_F(ModelReader, ANumberThatCannotBeReadLeavesTheModelEmpty) {
+TEST_F(ModelReaderTest, ANumberThatCannotBeReadLeavesTheModelEmpty) {
     struct Case {
         std::string sections;
         const char* message;
@@ -311,12 +311,12 @@ TEST_F(ModelReader, ANumberThatCannotBeReadLeavesTheModelEmpty) {
     }
 }
 
-TEST_F(ModelReader, ACameraCountThatCannotBeReadShowsAtTheBodies) {
+TEST_F(ModelReaderTest, ACameraCountThatCannotBeReadShowsAtTheBodies) {
     EXPECT_FALSE(read(header + "two\n0\n" + noMarkers));
     EXPECT_EQ(takeChain(), (StatusChain{error("Unable to read number of bodies.")}));
 }
 
-TEST_F(ModelReader, CountsFarAboveTheRowsFailAtTheFirstMissingRow) {
+TEST_F(ModelReaderTest, CountsFarAboveTheRowsFailAtTheFirstMissingRow) {
     EXPECT_FALSE(readSections("20000000\n" + plainBody("Plain")));
     EXPECT_EQ(takeChain(), (StatusChain{error("Unable to read body name of body #2.")}));
     EXPECT_FALSE(readMarkers("20000000\n 1 1 2 3\n"));
@@ -329,7 +329,7 @@ TEST_F(ModelReader, CountsFarAboveTheRowsFailAtTheFirstMissingRow) {
     EXPECT_THAT(bodyNamesOf(model), ElementsAre("Plain"));
 }
 
-TEST_F(ModelReader, ANegativeOrTooGreatCountEndsTheProcess) {
+TEST_F(ModelReaderTest, ANegativeOrTooGreatCountEndsTheProcess) {
     struct Case {
         const char* sections;
         const char* refused;
@@ -357,7 +357,7 @@ std::string missingBodyMessage(const std::string& name) {
            "' is given, but there is no such body in the problem definition.";
 }
 
-TEST_F(ModelReader, ABodyThatTheDefinitionLacksEndsTheReadingWithTheBodiesInFrontOfIt) {
+TEST_F(ModelReaderTest, ABodyThatTheDefinitionLacksEndsTheReadingWithTheBodiesInFrontOfIt) {
     for (const char* name : {"Gone", "plain", "ReferenceSystemZero", "Plain Plain", ""}) {
         SCOPED_TRACE(name);
         EXPECT_FALSE(readSections("3\n" + plainBody("Plain") + plainBody(name) + plainBody("Plain") +
@@ -371,7 +371,7 @@ TEST_F(ModelReader, ABodyThatTheDefinitionLacksEndsTheReadingWithTheBodiesInFron
     }
 }
 
-TEST_F(ModelReader, ALengthOfZeroEndsTheReadingWithTheBodiesInFrontOfIt) {
+TEST_F(ModelReaderTest, ALengthOfZeroEndsTheReadingWithTheBodiesInFrontOfIt) {
     for (const char* length : {"0", "-0.0", "0e5", "1e-400"}) {
         SCOPED_TRACE(length);
         EXPECT_FALSE(
@@ -382,7 +382,7 @@ TEST_F(ModelReader, ALengthOfZeroEndsTheReadingWithTheBodiesInFrontOfIt) {
     }
 }
 
-TEST_F(ModelReader, MessagesOnASuffixedBodyNameTheBodyOfTheDefinitionOrOfTheModel) {
+TEST_F(ModelReaderTest, MessagesOnASuffixedBodyNameTheBodyOfTheDefinitionOrOfTheModel) {
     definition.findBody("Arm_l")->type = 3;
     struct Case {
         const char* vectors;
@@ -397,7 +397,7 @@ TEST_F(ModelReader, MessagesOnASuffixedBodyNameTheBodyOfTheDefinitionOrOfTheMode
     }
 }
 
-TEST_F(ModelReader, AMessageOnALongNameIsCutButNotTheOneOnAMissingBody) {
+TEST_F(ModelReaderTest, AMessageOnALongNameIsCutButNotTheOneOnAMissingBody) {
     const std::string name(1100, 'n');
     EXPECT_FALSE(readSections("1\n" + name + "\nx"));
     const std::string start = "Unable to read transformation row 1 for '";
@@ -424,7 +424,7 @@ std::string bodies(int count) {
     return text;
 }
 
-TEST_F(ModelReader, EachSectionAsksForACancelAfterTheFourthRecordAndThenAfterEveryThird) {
+TEST_F(ModelReaderTest, EachSectionAsksForACancelAfterTheFourthRecordAndThenAfterEveryThird) {
     struct Case {
         int records;
         int timesAsked;
@@ -446,7 +446,7 @@ TEST_F(ModelReader, EachSectionAsksForACancelAfterTheFourthRecordAndThenAfterEve
     EXPECT_EQ(hook.timesAsked(), 1);
 }
 
-TEST_F(ModelReader, ACancelKeepsTheRecordsReadSoFarAndReadsNoLaterSection) {
+TEST_F(ModelReaderTest, ACancelKeepsTheRecordsReadSoFarAndReadsNoLaterSection) {
     const StatusChain canceled = {warning("Read aborted."), error("Canceled.")};
     {
         const test::CancelAtAsking hook(1);
@@ -467,7 +467,7 @@ TEST_F(ModelReader, ACancelKeepsTheRecordsReadSoFarAndReadsNoLaterSection) {
     }
 }
 
-TEST_F(ModelReader, ACancelAtTheLastRecordOfASectionStopsTheLaterOnes) {
+TEST_F(ModelReaderTest, ACancelAtTheLastRecordOfASectionStopsTheLaterOnes) {
     const test::CancelAtAsking hook(1);
     EXPECT_FALSE(readSections(bodies(4) + markerRows(1) + "0\n0\n0\n"));
     EXPECT_EQ(takeChain(), (StatusChain{warning("Read aborted."), error("Canceled.")}));
@@ -476,7 +476,7 @@ TEST_F(ModelReader, ACancelAtTheLastRecordOfASectionStopsTheLaterOnes) {
 
 // --- Files ---------------------------------------------------------------------------------------
 
-class ModelFile : public ModelReader {
+class ModelFile : public ModelReaderTest {
 protected:
     std::string path() const { return scratch / "x.model"; }
 
