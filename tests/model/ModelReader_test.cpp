@@ -533,11 +533,15 @@ TEST_F(ModelFile, ReportsAFileThatCannotBeRead) {
 }
 
 TEST_F(ModelFile, ReportsAFileThatDoesNotOpenAlthoughItMayBeRead) {
+    // Nothing of the fixture is touched while no descriptor is free: run-time checks of its type need one.
+    LqBodyDefData& target = model;
+    const LqProblemDefData& known = definition;
+    const LmStr file = path().c_str();
     writeBytes(path(), header);
     {
         const test::NoFreeDescriptors none;
-        EXPECT_FALSE(readModelFile(model, path().c_str(), definition, false));
-        EXPECT_FALSE(hasModelHeader(path().c_str()));
+        EXPECT_FALSE(readModelFile(target, file, known, false));
+        EXPECT_FALSE(hasModelHeader(file));
     }
     const test::StatusLine line = error("Unable to open model file '" + path() + "'.");
     EXPECT_EQ(takeChain(), (StatusChain{line, line}));
