@@ -26,6 +26,9 @@ inline constexpr const char* guideKey = "GUIDE";
 inline constexpr const char* linearScale = "linear";
 inline constexpr const char* quadraticScale = "quadratic";
 
+/// The first line of the older form. Only its number has to be there when it is read, and nothing uses it.
+inline constexpr const char* olderFirstLine = "            1               Field Number";
+
 /// The number of a limit mode in the older form, where the sign tells a lower limit from an upper one.
 struct OlderMode {
     std::int32_t number;

@@ -17,4 +17,9 @@ void writeLimitsFileChecked(const LqLimitsData& limits, const LmStr& name);
 /// Reals have two decimals, the weights of limits four. The stream's format is left as the header sets it.
 void writeTaggedLimits(const LqLimitsData& limits, std::ostream& output);
 
+/// Writes the older form: a line without meaning and a row for each record, limits with four decimals.
+/// Weights, guides and INCLUDE sections are lost. The stream's format is the same afterwards; its state is
+/// not looked at.
+void writeOlderLimits(const LqLimitsData& limits, std::ostream& output);
+
 } // namespace quillon
