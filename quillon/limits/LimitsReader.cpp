@@ -5,9 +5,11 @@
 #include "quillon/core/TagReader.h"
 #include "quillon/core/TokenReader.h"
 #include "quillon/files/FileAccess.h"
+#include "quillon/files/FilesBeingRead.h"
 #include "quillon/files/LmIFStream.h"
 #include "quillon/files/VariableExpansion.h"
 #include "quillon/limits/LimitsFormat.h"
+#include "quillon/limits/LimitsIncludes.h"
 
 #include <memory>
 #include <optional>
@@ -280,15 +282,13 @@ void TaggedLimitsReader::squareGuideWeights() {
     }
 }
 
-/// The place where included files join their records; today the INCLUDE sections stay in the target.
-void mergeIncludes([[maybe_unused]] LqLimitsData& target) {}
-
 } // namespace
 
 bool readLimitsFile(LqLimitsData& target, const LmStr& name, bool withIncludes) {
     if (!checkFileReadable(name)) {
         return false;
     }
+    const FileBeingRead mark(name);
     LmIFStream input(name);
     if (!input.is_open()) {
         pushErrorf("Unable to open limit data file \"%s\".", name.c_str());
@@ -304,10 +304,7 @@ bool readLimitsFile(LqLimitsData& target, const LmStr& name, bool withIncludes) 
 bool readLimitsStream(LqLimitsData& target, std::istream& input, bool withIncludes, LmStatus& status) {
     const bool isTagged = input.peek() == std::char_traits<char>::to_int_type(*limitsFileId.c_str());
     const bool whole = isTagged ? readTaggedLimits(target, input, status) : readOlderLimits(target, input);
-    if (whole && withIncludes) {
-        mergeIncludes(target);
-    }
-    return whole && !status.errorStands();
+    return whole && (!withIncludes || mergeIncludes(target)) && !status.errorStands();
 }
 
 bool readTaggedLimits(LqLimitsData& target, std::istream& input, LmStatus& status) {

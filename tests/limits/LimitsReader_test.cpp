@@ -108,14 +108,6 @@ TEST_F(LimitsReader, ReadsRecordsAndIncludesInFileOrder) {
                                              "include b.limits offset 40", "include a.limits offset -1"));
 }
 
-TEST_F(LimitsReader, IncludesAreKeptUnmergedWithAndWithoutTheFlag) {
-    for (const bool withIncludes : {false, true}) {
-        std::istringstream input(header + "INCLUDE {\nFILE_NAME: missing.limits\n}\n");
-        EXPECT_TRUE(readLimitsStream(limits, input, withIncludes));
-        EXPECT_THAT(linesOf(limits), ElementsAre("include missing.limits offset -1"));
-    }
-}
-
 struct VariableCase {
     const char* name;
     const char* block;
