@@ -18,14 +18,14 @@ constexpr int eof = std::char_traits<char>::eof();
 
 bool skipStreamComments(std::istream& input) {
     for (;;) {
-        const int c = peekChar(input);
+        const int c = input.peek();
         if (c == eof) {
             return false;
         }
         if (c == '#') {
             skipRestOfLine(input, std::numeric_limits<int>::max());
         } else if (c != '\n' && isSpace(static_cast<char>(c))) {
-            takeChar(input);
+            input.get();
         } else {
             return true;
         }
@@ -34,10 +34,10 @@ bool skipStreamComments(std::istream& input) {
 
 bool skipStreamSpace(std::istream& input) {
     while (skipStreamComments(input)) {
-        if (!isSpace(static_cast<char>(peekChar(input)))) {
+        if (!isSpace(static_cast<char>(input.peek()))) {
             return true;
         }
-        takeChar(input);
+        input.get();
     }
     return false;
 }
@@ -77,15 +77,15 @@ std::int32_t readStreamInt(std::istream& input, const char* what) {
 
 LmStr readStreamString(std::istream& input, const char* what) {
     skipStreamSpace(input);
-    if (peekChar(input) != '"') {
+    if (input.peek() != '"') {
         LmStr word;
         word.readWord(input);
         checkStream(input, what);
         return word;
     }
-    takeChar(input);
+    input.get();
     std::string text;
-    for (int c = takeChar(input); c != '"'; c = takeChar(input)) {
+    for (int c = input.get(); c != '"'; c = input.get()) {
         if (c == '\n' || c == eof) {
             pushErrorf("Hit end of line in string reading %s", what);
             return {};

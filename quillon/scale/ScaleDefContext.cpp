@@ -2,7 +2,6 @@
 
 #include "quillon/core/CharClass.h"
 #include "quillon/core/LmStatus.h"
-#include "quillon/core/StreamExtraction.h"
 #include "quillon/problem/LqProblemDefData.h"
 #include "quillon/scale/ScaleTokens.h"
 
@@ -45,7 +44,7 @@ LmStr ScaleDefContext::sysVarName(std::int32_t id) const {
 
 std::int32_t ScaleDefContext::readSysVarId(std::istream& input, const char* what) const {
     skipWhite(input);
-    if (isDigit(static_cast<char>(peekChar(input)))) {
+    if (isDigit(static_cast<char>(input.peek()))) {
         return readIntValue(input, what);
     }
     const LmStr name = readNameValue(input, what);

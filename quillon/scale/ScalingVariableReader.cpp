@@ -2,7 +2,6 @@
 
 #include "quillon/core/LmSStream.h"
 #include "quillon/core/LmStatus.h"
-#include "quillon/core/StreamExtraction.h"
 #include "quillon/scale/ScaleDefContext.h"
 #include "quillon/scale/ScaleTokens.h"
 
@@ -66,7 +65,7 @@ bool ScalingVariableReader::readLimits(ScaleVar& scaleVar) {
 
 bool ScalingVariableReader::readDescription(ScaleVar& scaleVar) {
     // A comment behind the limits is no description.
-    if (!skipBlanks(input) || peekChar(input) == '\n') {
+    if (!skipBlanks(input) || input.peek() == '\n') {
         return true;
     }
     const LmStr what = "description for scaling variable " + scaleVar.name;

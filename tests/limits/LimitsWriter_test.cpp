@@ -11,7 +11,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <random>
 #include <sstream>
 #include <streambuf>
 
@@ -260,77 +259,6 @@ TEST_F(LimitsWriter, OnlyTheCheckedVariantReportsAFullDisk) {
     StatusChain checkedChain = headerChain;
     checkedChain.insert(checkedChain.begin(), error("Couldn't write file \"/dev/full\"."));
     EXPECT_EQ(takeChain(), checkedChain);
-}
-
-// --- Reading back --------------------------------------------------------------------------------
-
-/// Limits that the file can represent: two decimals, four for the weights of limits, none without effect.
-class RandomLimits {
-public:
-    explicit RandomLimits(unsigned seed) : random(seed) {}
-
-    LqLimitsData make() {
-        LqLimitsData limits;
-        const int count = number(0, 30);
-        for (int i = 0; i < count; ++i) {
-            limits.vars.append(new LqVarLimits(record()));
-        }
-        const int includeCount = number(0, 3);
-        for (int i = 0; i < includeCount; ++i) {
-            limits.addInclude(LmStr(("part" + std::to_string(i) + ".limits").c_str()), number(-1, 50));
-        }
-        return limits;
-    }
-
-private:
-    LqVarLimits record() {
-        LqVarLimits made(number(1, 500));
-        const int mode = number(1, 4);
-        if (mode == 1 || mode == 3) {
-            made.upperValue = real(0, 100000, 100);
-            made.switchUpperLimit(true);
-            setSometimes(made.upperWeight);
-        }
-        if (mode == 2 || mode == 3) {
-            made.lowerValue = real(-100000, 0, 100);
-            made.switchLowerLimit(true);
-            setSometimes(made.lowerWeight);
-        }
-        if (mode == 4 || number(0, 1) == 0) {
-            made.guideValue = real(-5000, 5000, 100);
-            made.guideWeight = real(1, 5000, 100);
-        }
-        return made;
-    }
-
-    void setSometimes(LqLimitWeight& weight) {
-        if (number(0, 1) == 0) {
-            weight.set(real(0, 1000000, 10000));
-        }
-    }
-
-    int number(int least, int most) { return std::uniform_int_distribution<int>(least, most)(random); }
-
-    float real(int least, int most, int parts) {
-        return static_cast<float>(static_cast<double>(number(least, most)) / parts);
-    }
-
-    std::mt19937 random;
-};
-
-TEST_F(LimitsWriter, WhatItWritesReadsBackEqual) {
-    const unsigned firstSeed = std::random_device{}();
-    for (unsigned seed = firstSeed; seed != firstSeed + 200; ++seed) {
-        SCOPED_TRACE("seed " + std::to_string(seed));
-        const LqLimitsData limits = RandomLimits(seed).make();
-        const std::string text = written(limits);
-        std::istringstream input(text);
-        LqLimitsData back;
-        ASSERT_TRUE(readLimitsStream(back, input, false)) << text;
-        ASSERT_EQ(linesOf(back), linesOf(limits));
-        ASSERT_TRUE(back.equalEffective(limits));
-        ASSERT_EQ(written(back), text);
-    }
 }
 
 } // namespace
