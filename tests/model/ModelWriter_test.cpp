@@ -10,7 +10,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <random>
 #include <sstream>
 
 namespace quillon {
@@ -202,79 +201,6 @@ TEST_F(ModelWriter, ReportsAFileThatCannotBeWritten) {
         writeModelFile(model, path.c_str(), definition);
     }
     EXPECT_EQ(takeChain(), (StatusChain{error("Couldn't create file \"" + path + "\".")}));
-}
-
-// --- Reading back --------------------------------------------------------------------------------
-
-/// A definition and a model of it that the file can represent: matrix elements of six decimals, all other
-/// reals of six significant digits.
-class RandomModel {
-public:
-    explicit RandomModel(unsigned seed) : random(seed) {}
-
-    void fill(LqProblemDefData& definition, LqBodyDefData& model) {
-        model.cameraCount = number(0, 3);
-        const int bodyCount = number(1, 12);
-        for (int i = 0; i < bodyCount; ++i) {
-            const std::string name = "Body " + std::to_string(i);
-            const int type = number(0, 3);
-            test::addBodies(definition, {{name, type}});
-            model.addBody(makeBody(name, type));
-        }
-        addMarkers(model.realMarkers, number(0, 9));
-        addMarkers(model.fixMarkers, number(0, 9));
-        addMarkers(model.doubleMarkers, number(0, 9));
-        addMarkers(model.artificialMarkers, 2 * number(0, 9));
-    }
-
-private:
-    LqBDBody makeBody(const std::string& name, int type) {
-        LqBDBody made;
-        made.name = name.c_str();
-        for (const std::size_t element : {0U, 1U, 2U, 4U, 5U, 6U, 8U, 9U, 10U, 12U, 13U, 14U}) {
-            made.baseTransform[element] = real(1000000);
-        }
-        if ((type & 1) != 0) {
-            made.vectorLength = real(1000);
-        }
-        if ((type & 3) != 0) {
-            made.vectorDirection = {real(1000), real(1000), real(1000)};
-        }
-        return made;
-    }
-
-    void addMarkers(LmDArray<LqBDMarker*>& markers, int count) {
-        for (int i = 0; i < count; ++i) {
-            markers.append(new LqBDMarker{number(-5, 100000), {real(100), real(1000), real(10000)}});
-        }
-    }
-
-    int number(int least, int most) { return std::uniform_int_distribution<int>(least, most)(random); }
-
-    /// A multiple of 1 / parts that is not 0 and has at most six digits.
-    float real(int parts) {
-        const int count = number(1, 999999) * (number(0, 1) == 0 ? 1 : -1);
-        return static_cast<float>(static_cast<double>(count) / parts);
-    }
-
-    std::mt19937 random;
-};
-
-TEST_F(ModelWriter, WhatItWritesReadsBackEqual) {
-    const unsigned firstSeed = std::random_device{}();
-    for (unsigned seed = firstSeed; seed != firstSeed + 200; ++seed) {
-        SCOPED_TRACE("seed " + std::to_string(seed));
-        LqProblemDefData randomDefinition;
-        LqBodyDefData randomModel;
-        RandomModel(seed).fill(randomDefinition, randomModel);
-        const std::string text = written(randomModel, randomDefinition);
-        std::istringstream input(text);
-        LqBodyDefData back;
-        ASSERT_TRUE(readModelStream(back, input, randomDefinition, false)) << text;
-        ASSERT_EQ(linesOf(back), linesOf(randomModel));
-        ASSERT_TRUE(back.equals(randomModel));
-        ASSERT_EQ(written(back, randomDefinition), text);
-    }
 }
 
 } // namespace

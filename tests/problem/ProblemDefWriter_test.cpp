@@ -11,7 +11,6 @@
 
 #include <iomanip>
 #include <iterator>
-#include <random>
 #include <sstream>
 
 namespace quillon::test {
@@ -272,119 +271,6 @@ TEST(ProblemDefWriter, AFileDoesNotFollowTheGlobalLocale) {
     EXPECT_EQ(readBack.bodies[0]->mappings[2].constant, 1234.5F);
     EXPECT_EQ(readBack.sysVars[2]->id, 1234);
     EXPECT_EQ(readBack.realMarkers[1]->weight, 1234.568F);
-}
-
-// --- Generated definitions -----------------------------------------------------------------------
-
-/// Makes definitions that the file can represent.
-class DefinitionGenerator {
-public:
-    explicit DefinitionGenerator(unsigned seed) : random(seed) {}
-
-    void fill(LqProblemDefData& data) {
-        const int sysVarCount = number(0, 6);
-        for (int i = 0; i < sysVarCount; ++i) {
-            // 4 blanks and the description have room for 79 characters, and an id may be of any width.
-            addSysVar(data, anyInt(), text(0, 75).c_str());
-        }
-        const int bodyCount = number(0, 5);
-        for (int i = 0; i < bodyCount; ++i) {
-            fillBody(data.addBody((name(1) + "_" + std::to_string(i)).c_str(), name(1).c_str(), anyInt()),
-                     sysVarCount);
-        }
-        for (int i = number(0, 5); i > 0; --i) {
-            data.addRealMarker(LqPDDRealMarker(anyInt(), anyInt(), weight(), name(0).c_str()));
-        }
-        for (int i = number(0, 5); i > 0; --i) {
-            addFixMarker(data, LqPDDFixMarker(anyInt(), weight(), name(0).c_str()));
-        }
-        for (int i = number(0, 5); i > 0; --i) {
-            addDoubleMarker(data, LqPDDDoubleMarker(anyInt(), anyInt(), weight(), name(0).c_str()));
-        }
-        for (int i = number(0, 5); i > 0; --i) {
-            data.addArtificialMarker(
-                LqPDDArtificialMarker(anyInt(), anyInt(), weight(), name(0).c_str(), name(0).c_str()));
-        }
-    }
-
-private:
-    int number(int lowest, int highest) {
-        return std::uniform_int_distribution<int>(lowest, highest)(random);
-    }
-
-    int anyInt() {
-        return number(0, 3) == 0 ? number(std::numeric_limits<int>::min(), std::numeric_limits<int>::max())
-                                 : number(-3, 40);
-    }
-
-    /// A float that fixed-point text of so many decimals holds exactly.
-    float decimal(int highest, double unit) { return static_cast<float>(number(-highest, highest) * unit); }
-    float weight() { return decimal(1000000, 1e-3); }
-    float mappingReal() { return decimal(9999999, 1e-6); }
-
-    /// A text without white space at its ends, without quotes and without line ends.
-    std::string text(int shortest, int longest) {
-        static constexpr char letters[] = "abcXYZ019 _.#%{}\t'\\\x80\xa0\xff";
-        std::string result;
-        for (int i = number(shortest, longest); i > 0; --i) {
-            result += letters[number(0, static_cast<int>(std::size(letters)) - 2)];
-        }
-        if (!result.empty()) {
-            result.front() = 'F';
-            result.back() = 'L';
-        }
-        return result;
-    }
-
-    std::string name(int shortest) { return number(0, 3) == 0 ? text(15, 60) : text(shortest, 22); }
-
-    void fillBody(LqPDDBodyMap& body, int sysVarCount) {
-        for (int& entry : body.transformOrder) {
-            entry = number(1, 6);
-        }
-        for (LqBasicVarMapping<float>& mapping : body.mappings) {
-            fillMapping(mapping, sysVarCount);
-        }
-        body.type = number(0, 1);
-        if (body.type == 1) {
-            body.typeOneVar = anyInt();
-        }
-    }
-
-    void fillMapping(LqBasicVarMapping<float>& mapping, int sysVarCount) {
-        if (number(0, 1) == 0) {
-            mapping.id = number(0, sysVarCount);
-            return;
-        }
-        mapping = constantMapping(mappingReal());
-        if (sysVarCount > 0) {
-            for (int i = number(0, 4); i > 0; --i) {
-                mapping.appendTerm(number(1, sysVarCount), mappingReal());
-            }
-        }
-    }
-
-    std::mt19937 random;
-};
-
-TEST(ProblemDefWriter, WritesGeneratedDefinitionsThatReadBackEqual) {
-    const CleanStatus clean;
-    const unsigned seed = std::random_device()();
-    for (unsigned i = 0; i < 3000 && !HasFailure(); ++i) {
-        SCOPED_TRACE("seed " + std::to_string(seed) + " + " + std::to_string(i));
-        LqProblemDefData data;
-        DefinitionGenerator(seed + i).fill(data);
-        std::stringstream stream;
-        writeProblemDefStream(data, stream);
-        const std::string text = stream.str();
-        LqProblemDefData readBack;
-        EXPECT_TRUE(readProblemDefStream(readBack, stream, false)) << text;
-        EXPECT_EQ(takeChain(), StatusChain{}) << text;
-        EXPECT_TRUE(equals(readBack, data)) << text;
-        std::ostringstream again;
-        writeProblemDefStream(readBack, again);
-        EXPECT_EQ(again.str(), text);
-    }
 }
 
 } // namespace

@@ -82,16 +82,17 @@ public:
             return withSign(digits(9) + "e-" + std::to_string(decimals));
         }
     }
-    /// A float that its text of six significant digits gives back exactly: plain ones, extreme and tiny ones
-    /// down to those that are no longer normal, and both zeros.
-    float sixDigits() {
-        if (oneIn(4)) {
-            return withSign(std::to_string(below(100)));
+    /// A float that its text with so many significant digits (1 to 6) gives back exactly: plain ones, extreme
+    /// and tiny ones down to those that are no longer normal, and both zeros.
+    float significant(int digitCount) {
+        if (oneIn(8)) {
+            return withSign("0");
         }
-        const std::string kept = digits(6);
+        const std::string kept = digits(static_cast<std::size_t>(digitCount));
         const int exponent = oneIn(3) ? between(-45, 32) : between(-8, 3);
         return withSign(kept + "e" + std::to_string(exponent));
     }
+    float sixDigits() { return significant(6); }
 
     // --- Texts -----------------------------------------------------------------------------------
 

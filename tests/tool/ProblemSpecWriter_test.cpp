@@ -13,7 +13,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <iostream>
-#include <random>
 #include <sstream>
 
 namespace quillon {
@@ -94,41 +93,6 @@ TEST(ProblemSpecWriter, AbbreviatesPathsByTheNameOfTheDataDirectory) {
     EXPECT_EQ(modelLineWith(nullptr, "/data/", false), header + "MODEL: $KYM_DATA_DIR/subject/model\n");
     EXPECT_EQ(modelLineWith("/elsewhere", "/data", false), header + "MODEL: /data/subject/model\n");
     EXPECT_EQ(modelLineWith("/elsewhere", nullptr, true), header + "MODEL: $RQ_DATA_DIR/subject/model\n");
-}
-
-TEST(ProblemSpecWriter, WritesWhatReadsBackEqual) {
-    std::random_device seedSource;
-    const unsigned seed = seedSource();
-    SCOPED_TRACE(seed);
-    std::mt19937 random(seed);
-    const auto word = [&random] {
-        static constexpr std::string_view letters = "abcXYZ019._-/ #:{}\\\xE9";
-        std::string text = "w";
-        for (auto n = random() % 12; n > 0; --n) {
-            text += letters[random() % letters.size()];
-        }
-        return text + "e";
-    };
-    for (int round = 0; round < 10000; ++round) {
-        LqProblemSpec spec;
-        for (const LqSpecPath& entry : specPaths) {
-            if (entry.path == &LqProblemSpec::model || random() % 2 == 0) {
-                spec.*entry.path = word().c_str();
-            }
-        }
-        spec.setMatchBy(!spec.problemDefinition.isNull() && random() % 2 == 0 ? LqMatchBy::BodyName
-                                                                              : LqMatchBy::BodyID);
-        for (auto n = random() % 4; n > 0; --n) {
-            spec.userValues[("key" + std::to_string(random() % 9)).c_str()] = word().c_str();
-        }
-        std::istringstream input(written(spec));
-        LqProblemSpec readBack;
-        LmStatus status;
-        readProblemSpecStream(readBack, input, status);
-        ASSERT_THAT(chainOf(status), ElementsAre()) << written(spec);
-        ASSERT_TRUE(readBack == spec) << written(spec);
-        ASSERT_EQ(written(readBack), written(spec));
-    }
 }
 
 TEST(ProblemSpecWriter, WritesAFileInPlaceOfWhatStoodThere) {
