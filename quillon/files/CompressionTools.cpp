@@ -3,6 +3,7 @@
 #include "quillon/files/Directories.h"
 #include "quillon/files/FileOperations.h"
 #include "quillon/files/ProgramSearch.h"
+#include "quillon/files/ShellResult.h"
 
 #include <atomic>
 #include <cerrno>
@@ -10,14 +11,11 @@
 #include <cstring>
 #include <string_view>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace quillon {
 
 namespace {
-
-constexpr int exitCodeOfNoShell = 127;
 
 const CompressionKind* findKind(const LmStr& key, LmStatus& status) {
     for (const CompressionKind& kind : compressionKinds) {
@@ -43,9 +41,7 @@ LmStr fillLine(std::string_view line, const LmStr& first, const LmStr& second) {
 }
 
 bool runInShell(const LmStr& commandLine, LmStatus& status) {
-    const int result = std::system(commandLine.c_str());
-    // The line ends in "&", so that 127 is not the tool's: the C library could not start the shell.
-    if (result != -1 && !(WIFEXITED(result) && WEXITSTATUS(result) == exitCodeOfNoShell)) {
+    if (shellCouldBeRun(std::system(commandLine.c_str()))) {
         return true;
     }
     status.pushError(std::strerror(errno));

@@ -9,6 +9,7 @@
 #include <grp.h>
 #include <iostream>
 #include <string>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
@@ -25,6 +26,12 @@ inline support::ChildResult runAsNobody(const std::function<void()>& body) {
         }
         body();
     });
+}
+
+/// From now on the process, which must not be the superuser's, can start no other.
+inline void allowNoProcess() {
+    const rlimit none{0, 0};
+    setrlimit(RLIMIT_NPROC, &none);
 }
 
 /// One line for each entry, newest first: the form in which a child hands its status over.
