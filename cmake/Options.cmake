@@ -1,6 +1,9 @@
 # What is built, and how. Inside another project it is the library alone, by that project's own flags.
 include(CMakeDependentOption)
 
+if(PROJECT_IS_TOP_LEVEL)
+    option(BUILD_SHARED_LIBS "Build a shared library, not a static one" OFF)
+endif()
 option(QUILLON_BUILD_TOOL "Build the program" ${PROJECT_IS_TOP_LEVEL})
 option(QUILLON_BUILD_TESTS "Build the tests" ${PROJECT_IS_TOP_LEVEL})
 option(QUILLON_BUILD_BENCH "Build the benchmarks" ${PROJECT_IS_TOP_LEVEL})
@@ -13,7 +16,7 @@ if(CMAKE_SYSTEM_NAME STREQUAL "Linux" AND CMAKE_BUILD_TYPE STREQUAL "Release")
     set(static_by_default ON)
 endif()
 cmake_dependent_option(QUILLON_STATIC_TOOL "Link the program statically, so that it starts at once"
-    ${static_by_default} "NOT QUILLON_SANITIZE;NOT QUILLON_COVERAGE" OFF)
+    ${static_by_default} "NOT QUILLON_SANITIZE;NOT QUILLON_COVERAGE;NOT BUILD_SHARED_LIBS" OFF)
 
 if(PROJECT_IS_TOP_LEVEL)
     set(CMAKE_CXX_STANDARD 20)

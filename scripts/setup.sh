@@ -17,6 +17,7 @@ test_packages=(
     libbenchmark-dev:/usr/include/benchmark/benchmark.h
     gzip:gzip
     ncompress:compress
+    pkg-config:pkg-config
 )
 clang_packages=(clang-14:clang++-14 libclang-rt-14-dev:/usr/lib/llvm-14/lib/clang/14.0.6/include/sanitizer)
 coverage_packages=(gcovr:gcovr)
