@@ -82,6 +82,16 @@ public:
     /// less than 0.0005, all else exactly. Camera count and global direction markers are not compared.
     bool equals(const LqBodyDefData& other) const;
 
+    // --- Checks: they report on the current status and change nothing -----------------------------
+
+    /// Compares a number of bodies with that of the definition. Other than equal, two entries say so: errors
+    /// when `strictMatch` is set, else warnings.
+    void checkBodyCount(int bodyCount, const LqProblemDefData& definition) const;
+    /// Tests that body names are unique, that the ids of the real, fix, double and artificial markers are one
+    /// run from 1 in array order, and that there are as many bodies and markers as in `problemDef`, which
+    /// must not be null. The first fault ends the check with one error.
+    void checkModel() const;
+
     // --- Editing ---------------------------------------------------------------------------------
 
     /// Frees the records and the includes; `cameraCount` and `problemDef` stay.

@@ -284,7 +284,11 @@ bool readModelStream(LqBodyDefData& target, std::istream& input, const LqProblem
     if (withIncludes) {
         mergeIncludes(target, problemDef);
     }
-    return whole;
+    // A model that was not read whole is short of bodies anyway, and a warning on that would hide the error.
+    if (whole && !errorStands()) {
+        target.checkBodyCount(target.bodies.count(), problemDef);
+    }
+    return whole && !errorStands();
 }
 
 bool readModelSections(LqBodyDefData& target, std::istream& input, const LqProblemDefData& problemDef,

@@ -11,6 +11,8 @@
 
 namespace quillon {
 
+class LmStatus;
+
 /// A problem definition: the system variables, the bodies that they drive and the markers on the bodies.
 ///
 /// Owns every record that its arrays and its list point to; a copy is deep. Ids of system variables and of
@@ -90,6 +92,23 @@ public:
     bool hasUnusedSysVars() const;
     /// Whether the id is among the `bodySysVars` of some body.
     bool anyBodyUsesSysVar(std::int32_t id) const;
+
+    // --- Checks: no reader runs them; they change nothing and pass over null slots ---------------
+
+    /// Tests parents, system variables, body names, marker ids and the bodies of markers, in a fixed order.
+    /// The first fault ends the check with one error on `status`. An error that stands there before ends it
+    /// too, once the parents have been tested.
+    void checkProblemDef(LmStatus& status) const;
+    /// Whether the first marker, in the order real, global direction, fix, double, has the id 1. Of
+    /// artificial pairs alone one must have it at either end, with no id below 1 up to that pair. True
+    /// without markers.
+    bool hasValidMarkerIdStart() const;
+    /// Whether the ids of the markers are one run from 1 in the order real, fix, double, artificial. Global
+    /// direction markers go on behind the real ones, but fix and double markers do not go on behind them.
+    bool hasConsecutiveMarkerIds() const;
+    /// Tests that each real marker is on a body or the global frame and has an id of at least 1. The first
+    /// fault ends the check with one error on `status`.
+    void checkRealMarkerBodies(LmStatus& status) const;
 
     // --- Editing: bodies -------------------------------------------------------------------------
 

@@ -49,7 +49,7 @@ protected:
 
     bool read(const std::string& text) {
         std::istringstream input(text);
-        return readModelStream(model, input, definition, false);
+        return readModelSections(model, input, definition, "");
     }
 
     /// Reads what stands behind the header and a camera count of 0.

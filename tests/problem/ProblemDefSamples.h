@@ -92,6 +92,17 @@ inline void addDoubleMarker(LqProblemDefData& data, const LqPDDDoubleMarker& mar
     data.doubleMarkers.append(new LqPDDDoubleMarker(marker));
 }
 
+/// A null slot at the end of each array.
+inline void appendNullSlots(LqProblemDefData& data) {
+    data.sysVars.append(nullptr);
+    data.bodies.append(nullptr);
+    data.fixMarkers.append(nullptr);
+    data.realMarkers.append(nullptr);
+    data.globalDirectionMarkers.append(nullptr);
+    data.doubleMarkers.append(nullptr);
+    data.artificialMarkers.append(nullptr);
+}
+
 inline LqBasicVarMapping<float> constantMapping(float constant) {
     LqBasicVarMapping<float> mapping(-1);
     mapping.constant = constant;

@@ -175,12 +175,7 @@ TEST(ProblemDefWriter, PassesOverNullSlots) {
     data.addRealMarker(LqPDDRealMarker(1, 2, 0.5F, "Hips"));
     std::ostringstream before;
     writeProblemDefStream(data, before);
-    data.sysVars.append(nullptr);
-    data.bodies.append(nullptr);
-    data.realMarkers.append(nullptr);
-    data.fixMarkers.append(nullptr);
-    data.doubleMarkers.append(nullptr);
-    data.artificialMarkers.append(nullptr);
+    appendNullSlots(data);
     std::ostringstream after;
     writeProblemDefStream(data, after);
     EXPECT_EQ(after.str(), before.str());
