@@ -99,10 +99,15 @@ function beginTable(    i, format) {
     }
 }
 
+# A short first cell keeps its width; the others share what is left of the line.
 function tableRow(    i) {
     if (wide) {
         for (i = 1; i <= cellCount; i++) {
-            printf "%sT{\n%s\nT}", (i > 1 ? "\t" : ""), guarded(inlined(cells[i]))
+            if (i == 1 && length(cells[i]) <= 40) {
+                printf "%s", guarded(inlined(cells[i]))
+            } else {
+                printf "%sT{\n%s\nT}", (i > 1 ? "\t" : ""), guarded(inlined(cells[i]))
+            }
         }
         print ""
     } else {

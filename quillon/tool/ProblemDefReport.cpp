@@ -20,7 +20,8 @@ LmStr mappingText(const LqBasicVarMapping<float>& mapping) {
     }
     std::string text;
     if (mapping.id > 0) {
-        text = "v" + std::to_string(mapping.id);
+        text = "v";
+        text += std::to_string(mapping.id);
         return LmStr(std::string_view(text));
     }
     if (mapping.constant != 0.0F) {
@@ -33,7 +34,8 @@ LmStr mappingText(const LqBasicVarMapping<float>& mapping) {
             text += numberText(term->coefficient).view();
             text += "*";
         }
-        text += "v" + std::to_string(term->sysVar);
+        text += "v";
+        text += std::to_string(term->sysVar);
     }
     return LmStr(std::string_view(text));
 }

@@ -39,7 +39,8 @@ LmStr scaleMappingText(const LqBasicVarMapping<ScaleFloat>& mapping) {
     }
     std::string text;
     if (mapping.id > 0) {
-        text = "s" + std::to_string(mapping.id);
+        text = "s";
+        text += std::to_string(mapping.id);
         return LmStr(std::string_view(text));
     }
     if (mapping.constant != ScaleFloat{}) {
@@ -51,7 +52,8 @@ LmStr scaleMappingText(const LqBasicVarMapping<ScaleFloat>& mapping) {
             text += scaleFloatText(term->coefficient).view();
             text += "*";
         }
-        text += "s" + std::to_string(term->sysVar);
+        text += "s";
+        text += std::to_string(term->sysVar);
     }
     return LmStr(std::string_view(text));
 }
