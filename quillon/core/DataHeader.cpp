@@ -139,6 +139,7 @@ public:
         : input(input), id(id), version(version), words(words), status(status) {}
 
     bool read() { return readId() && readLetter() && readNumber() && testVersion(); }
+    bool hasNumber() const { return numberTaken; }
     double number() const { return versionRead; }
 
 private:
@@ -191,14 +192,14 @@ private:
     }
 
     bool readNumber() {
-        const bool taken = extractDouble(input, versionRead);
-        if (!taken) {
+        numberTaken = extractDouble(input, versionRead);
+        if (!numberTaken) {
             fail(words.numberUnreadable);
         }
         if (words.skipsRestOfVersionLine) {
             skipRestOfLine(input);
         }
-        return taken;
+        return numberTaken;
     }
 
     bool testVersion() {
@@ -222,6 +223,7 @@ private:
     const HeaderWords& words;
     LmStatus& status;
     double versionRead = 0.0;
+    bool numberTaken = false;
 };
 
 } // namespace
@@ -234,7 +236,7 @@ bool readFormatHeader(std::istream& input, DataFileFormat format, LmStatus& stat
     const FormatRow& row = formats[static_cast<std::size_t>(format)];
     HeaderReader reader(input, row.id, row.version, row.words, status);
     const bool good = reader.read();
-    if (versionRead != nullptr) {
+    if (versionRead != nullptr && reader.hasNumber()) {
         *versionRead = narrowed(reader.number());
     }
     return good;

@@ -211,8 +211,17 @@ TEST_P(DataHeader, SpaceBehindTheLetterIsSkipped) {
 }
 
 TEST_P(DataHeader, AMissingNumberFails) {
-    for (const std::string line : {"v", "v\n", "vx\n", "v.\n", "vv1.00\n"}) {
+    for (const std::string line :
+         {"v", "v\n", "vx\n", "v.\n", "vv1.00\n", "v-\n", "v,1\n", "vinf\n", "vnan\n", "v1e999\n"}) {
         refuses(withSecondLine(line), {error(GetParam().numberFails)});
+    }
+}
+
+TEST_P(DataHeader, TheVersionIsGivenOnceItIsReadEvenWhenItIsRefused) {
+    EXPECT_EQ(readHeader(GetParam(), withSecondLine("v9.25\n")).version, 9.25F);
+    for (const std::string& text :
+         {std::string(), "x" + withSecondLine("v9.25\n"), withSecondLine(""), withSecondLine("vx\n")}) {
+        EXPECT_EQ(readHeader(GetParam(), text).version, Reading().version) << text;
     }
 }
 
