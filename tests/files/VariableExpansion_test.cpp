@@ -137,10 +137,25 @@ struct AbbreviationCase {
 
 TEST(AbbreviateWithVariable, PutsTheNameInThePlaceOfTheValue) {
     const AbbreviationCase cases[] = {
-        {"/data", "/data/a/b", "$V/a/b"},  {"/data/", "/data/a", "$V/a"}, {"/data//", "/data///a", "$V/a"},
-        {"/data", "/data", "$V"},          {"/data", "/data/", "$V"},     {"/data/", "/data", "$V"},
-        {"/data", "/database", "$V/base"}, {"/", "/a", "$V/a"},           {"/data", "/dat", nullptr},
-        {"/data", "/other/data", nullptr}, {"/data", "", nullptr},        {"", "/a", nullptr},
+        {"/data", "/data/a/b", "$V/a/b"},
+        {"/data/", "/data/a", "$V/a"},
+        {"/data//", "/data///a", "$V/a"},
+        {"/data", "/data", "$V"},
+        {"/data", "/data/", "$V"},
+        {"/data/", "/data", "$V"},
+        {"/data", "/database", "$V/base"},
+        {"/", "/a", "$V/a"},
+        {"/data", "/dat", nullptr},
+        {"/data", "/other/data", nullptr},
+        {"/data", "", nullptr},
+        {"", "/a", nullptr},
+        {"/data", "/data/$V/a", "$V/$V/a"},
+        {"/Data", "/data", nullptr},
+        {"//", "/a", "$V/a"},
+        // A value of slashes alone is cut to nothing, with which every path begins.
+        {"/", "a/b", "$V/a/b"},
+        {"/", "", "$V"},
+        {"/", "//", "$V"},
         {nullptr, "/a", nullptr},
     };
     for (const AbbreviationCase& each : cases) {

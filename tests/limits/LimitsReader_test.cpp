@@ -9,6 +9,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <limits>
+#include <optional>
 #include <sstream>
 
 namespace quillon {
@@ -144,6 +146,23 @@ TEST_F(LimitsReader, TakesVariableBlocks) {
         {"a negative id", "ID: -5", "-5 mode 0 lower 0 * unset(0) upper 0 * unset(0) guide 0 * 0"},
         {"a value is narrowed from 64 bits", "ID: 5\nUPPER {\nVALUE: 0.1\n}",
          "5 mode 1 lower 0 * unset(0) upper 0.100000001 * unset(0) guide 0 * 0"},
+        {"blocks on the line of their keys", "ID: 5\nLOWER: VALUE: 2\nGUIDE: WEIGHT: 3",
+         "5 mode 2 lower 2 * unset(0) upper 0 * unset(0) guide 0 * 9"},
+        {"numbers with signs and without digits on a side",
+         "ID: \t+5 \t\nUPPER {\nVALUE: +.5\n}\nLOWER {\nVALUE: -5.\n}",
+         "5 mode 3 lower -5 * unset(0) upper 0.5 * unset(0) guide 0 * 0"},
+        {"hexadecimal reals", "ID: 5\nUPPER {\nVALUE: 0x1p3\n}",
+         "5 mode 1 lower 0 * unset(0) upper 8 * unset(0) guide 0 * 0"},
+        {"a real beyond 32 bits is infinite", "ID: 5\nUPPER {\nVALUE: 1e39\n}",
+         "5 mode 1 lower 0 * unset(0) upper inf * unset(0) guide 0 * 0"},
+        {"an id beyond 32 bits is cut", "ID: 99999999999",
+         "1215752191 mode 0 lower 0 * unset(0) upper 0 * unset(0) guide 0 * 0"},
+        {"what is skipped is not looked into",
+         "NOTE {\nrubbish\n}\nVARIABLE {\nID: 9\n}\nINCLUDE {\n}\nVALUE: x\nID: 5",
+         "5 mode 0 lower 0 * unset(0) upper 0 * unset(0) guide 0 * 0"},
+        {"keys count whole",
+         "I: 6\nIDS: 6\nID: 5\nLOWE {\nVALUE: 1\n}\nUPPERS {\nVALUE: 1\n}\nGuide {\nVALUE: 1\n}",
+         "5 mode 0 lower 0 * unset(0) upper 0 * unset(0) guide 0 * 0"},
         {"the limits of a 32-bit real", "ID: 5\nUPPER {\nVALUE: 3.4028235e38\n}",
          "5 mode 1 lower 0 * unset(0) upper 3.40282347e+38 * unset(0) guide 0 * 0"},
     };
@@ -179,6 +198,8 @@ TEST_F(LimitsReader, GuideWeightsAreSquaredUnlessTheScaleIsLinear) {
         {"GUIDE_WEIGHT_SCALE: Linear\n", "", 3},
         {"GUIDE_WEIGHT_SCALE: Quadratic\n", "", 3},
         {"GUIDE_WEIGHT_SCALE:\n", "", 3},
+        {"GUIDE_WEIGHT_SCALE: quadratic # as ever\n", "", 3},
+        {"GUIDE_WEIGHT_SCALE:\t quadratic \t\n", "", 9},
         {"GUIDE_WEIGHT_SCALE {\nquadratic\n}\n", "", 3},
         // The last one decides.
         {"GUIDE_WEIGHT_SCALE: linear\n", "GUIDE_WEIGHT_SCALE: quadratic\n", 9},
@@ -195,6 +216,36 @@ TEST_F(LimitsReader, GuideWeightsAreSquaredUnlessTheScaleIsLinear) {
         EXPECT_EQ(limits.guideWeight(5), c.weight);
         EXPECT_EQ(limits.findVar(5)->upperWeight.value, 2.0F);
     }
+}
+
+TEST_F(LimitsReader, GuideWeightsAreSquaredAs32BitReals) {
+    struct Case {
+        const char* weight;
+        float squared;
+    };
+    for (const Case& c : {Case{"-3", 9}, Case{"0.1", 0.1F * 0.1F}, Case{"1e-30", 0},
+                          Case{"1e20", std::numeric_limits<float>::infinity()}}) {
+        EXPECT_TRUE(readItems("VARIABLE {\nID: 5\nGUIDE {\nWEIGHT: " + std::string(c.weight) + "\n}\n}\n"));
+        EXPECT_EQ(limits.guideWeight(5), c.squared) << c.weight;
+    }
+}
+
+TEST_F(LimitsReader, AVariableOrAnIncludeMayStandOnTheLineOfItsKey) {
+    EXPECT_TRUE(readItems("VARIABLE: ID: 5\nINCLUDE: FILE_NAME: a:b.limits\n"));
+    EXPECT_THAT(takeChain(), IsEmpty());
+    EXPECT_THAT(linesOf(limits), ElementsAre("5 mode 0 lower 0 * unset(0) upper 0 * unset(0) guide 0 * 0",
+                                             "include a:b.limits offset -1"));
+}
+
+TEST_F(LimitsReader, TheItemsBeginBehindTheVersionNumber) {
+    const std::string id = "Kym System Variable Limits File\nv2.00";
+    EXPECT_TRUE(readFile(id + " # of the arm\nVARIABLE {\nID: 5\n}\n"));
+    EXPECT_THAT(test::idsOf(limits), ElementsAre(5));
+    EXPECT_TRUE(readFile(id + "VARIABLE {\nID: 6\n}\n"));
+    EXPECT_THAT(test::idsOf(limits), ElementsAre(6));
+    EXPECT_FALSE(readFile(id + " of the arm\nVARIABLE {\nID: 7\n}\n"));
+    EXPECT_EQ(chainBelowFile(), (StatusChain{error("No ':' or '{' following tag 'of the arm'.")}));
+    EXPECT_THAT(test::idsOf(limits), ElementsAre(6));
 }
 
 TEST_F(LimitsReader, CarriageReturnsCommentsAndIndentationDoNotMatter) {
@@ -230,6 +281,18 @@ TEST_F(LimitsReader, AFileNameIsExpandedAndTheLastOneWins) {
                 ElementsAre("include /data/limits/arm.limits offset 0", "include \xE9t\xE9.limits offset 5"));
 }
 
+TEST_F(LimitsReader, AFileNameThatExpandsToNothingIsNone) {
+    for (const char* value : {"", "/", "///"}) {
+        const test::EnvironmentValue directory("QUILLON_LIMITS_TEST_DIR", value);
+        EXPECT_FALSE(readItems("INCLUDE {\nFILE_NAME: $QUILLON_LIMITS_TEST_DIR\n}\n"));
+        EXPECT_EQ(chainBelowFile(),
+                  (StatusChain{error("Unable to read INCLUDE section."), error("No FILE_NAME specified.")}));
+    }
+    const test::EnvironmentValue none("QUILLON_LIMITS_TEST_DIR", std::nullopt);
+    EXPECT_TRUE(readItems("INCLUDE {\nFILE_NAME: $QUILLON_LIMITS_TEST_DIR\n}\n"));
+    EXPECT_THAT(linesOf(limits), ElementsAre("include $QUILLON_LIMITS_TEST_DIR offset -1"));
+}
+
 TEST_F(LimitsReader, ReadingReplacesWhatWasHeldAndKeepsOldRecordsAlive) {
     limits.setUpperLimit(1, 2);
     limits.addInclude("old.limits", 3);
@@ -261,6 +324,16 @@ TEST_F(LimitsReader, ReportsRefusedItemsAndLeavesTheTargetAsItWas) {
          inVariable({error("Id not specified for limits.")})},
         {"VARIABLE {\nID: 7\nID: 8\n}\n",
          inVariable({error("Id specified more than once for system variable id 7.")})},
+        {"VARIABLE {\nID: 7\nID: x\n}\n",
+         inVariable({error("Id specified more than once for system variable id 7.")})},
+        {"VARIABLE {\nID: 7 # left arm\n}\n", inVariable({error("Unexpected data after the value of id.")})},
+        {"VARIABLE {\nID: 0x10\n}\n", inVariable({error("Unexpected data after the value of id.")})},
+        {"VARIABLE: ID: 7 8\n", inVariable({error("Unexpected data after the value of id.")})},
+        {"VARIABLE {\nID: 7\nUPPER {\nVALUE: 1e999\n}\nLOWER {\nVALUE: y\n}\n}\n",
+         inVariable({error("Unable to read value for the upper limit of system variable 7."),
+                     error("Invalid floating point value.")})},
+        {"VARIABLE {\nID: 7\nLOWER {\nVALUES: 1\n}\n}\n",
+         inVariable({error("Unexpected key word \"VALUES\".")})},
         {"VARIABLE {\nID: seven\n}\n",
          inVariable({error("Unable to read value for id."), error("Invalid integer value.")})},
         {"VARIABLE {\nID:\n}\n",
@@ -299,6 +372,14 @@ TEST_F(LimitsReader, ReportsRefusedItemsAndLeavesTheTargetAsItWas) {
         {"VARIABLE {\nID: 7\n} x\n", {error("Invalid character ('x') trailing '}' for 'VARIABLE'.")}},
         {"INCLUDE {\nFILE_NAME: a.limits\n}\nVariable {\nID: 7\n}\n",
          {error("Variable cannot be after a INCLUDE section.")}},
+        {"INCLUDE {\nFILE_NAME: a.limits\n}\nVARIABLE {\nID: x\n}\n",
+         {error("VARIABLE cannot be after a INCLUDE section.")}},
+        {"INCLUDE {\nFILE_NAME: a\nFILE_NAME:\n}\n", inInclude({error("No FILE_NAME specified.")})},
+        {"INCLUDE {\nSYSTEM_VARIABLE_ID_OFFSET:\n}\n",
+         inInclude({error("Invalid value for SYSTEM_VARIABLE_ID_OFFSET."), error("Invalid integer value.")})},
+        {"VAR {\n}\n", {error("Unexpected key word \"VAR\".")}},
+        {"GUIDE_WEIGHT_SCALES: linear\n", {error("Unexpected key word \"GUIDE_WEIGHT_SCALES\".")}},
+        {"GUIDE {\n}\n", {error("Unexpected key word \"GUIDE\".")}},
         {"INCLUDE {\n}\n", inInclude({error("No FILE_NAME specified.")})},
         {"INCLUDE {\nFILE_NAME:\n}\n", inInclude({error("No FILE_NAME specified.")})},
         {"INCLUDE {\nFILE_NAME: a\nsystem_variable_id_offset: x\n}\n",
@@ -343,12 +424,14 @@ TEST_F(LimitsReader, ReportsABadHeader) {
         {id + "\nv3.00\n", "Unsupported datafile version 3.00.  Application uses version 2.00."},
         {id + "\nv-2\n", "Unsupported datafile version -2.00.  Application uses version 2.00."},
     };
+    limits.setUpperLimit(1, 2);
     for (const Case& c : cases) {
         SCOPED_TRACE(c.text);
         EXPECT_FALSE(readFile(c.text));
         EXPECT_EQ(chainBelowFile(),
                   (StatusChain{error("Not a valid Kym System Variable Limits File."),
                                error("Unable to validate datafile header."), error(c.cause)}));
+        EXPECT_THAT(test::idsOf(limits), ElementsAre(1));
     }
 }
 
@@ -398,6 +481,14 @@ TEST_F(LimitsReader, AnErrorThatStandsAlreadyKeepsTheTargetAsItWas) {
     EXPECT_THAT(linesOf(limits), IsEmpty());
 }
 
+TEST_F(LimitsReader, AWarningThatStandsAlreadyDoesNotHinderTheTaggedForm) {
+    pushError("earlier");
+    pushWarning("later");
+    EXPECT_TRUE(readItems("VARIABLE {\nID: 5\n}\n"));
+    EXPECT_EQ(takeChain(), (StatusChain{test::warning("later"), error("earlier")}));
+    EXPECT_THAT(test::idsOf(limits), ElementsAre(5));
+}
+
 // --- Which status hears of it --------------------------------------------------------------------
 
 TEST_F(LimitsReader, TheTaggedFormReportsIntoTheStatusOfTheCaller) {
@@ -439,6 +530,15 @@ TEST_F(LimitsReader, CheckingAFileLooksAtItsHeaderAlone) {
     EXPECT_EQ(version, 2.75F);
     EXPECT_TRUE(checkLimitsFile(path().c_str()));
     EXPECT_THAT(takeChain(), IsEmpty());
+}
+
+TEST_F(LimitsReader, CheckingAFileGivesTheVersionThatItRefuses) {
+    writeBytes(path(), "Kym System Variable Limits File\nv3.25\n");
+    float version = 0;
+    EXPECT_FALSE(checkLimitsFile(path().c_str(), &version));
+    EXPECT_EQ(version, 3.25F);
+    EXPECT_EQ(takeChain(),
+              (StatusChain{error("Unsupported datafile version 3.25.  Application uses version 2.00.")}));
 }
 
 TEST_F(LimitsReader, CheckingAFileReportsABadHeaderOrAFileThatCannotBeRead) {

@@ -4,6 +4,7 @@
 #include "tests/limits/LimitsText.h"
 #include "tests/support/CommaLocale.h"
 #include "tests/support/EnvironmentValue.h"
+#include "tests/support/FlushMarks.h"
 #include "tests/support/NoFreeDescriptors.h"
 #include "tests/support/ScratchDirectory.h"
 #include "tests/support/StatusChain.h"
@@ -134,6 +135,55 @@ TEST_F(LimitsWriter, AGuideWeightAloneIsWrittenWithItsValueOf0) {
                                         "    WEIGHT: 5.00\n"
                                         "  }\n"
                                         "}\n");
+}
+
+TEST_F(LimitsWriter, OneGuideWeightIsEnoughForTheScaleAndNoneLeavesItOut) {
+    LqLimitsData limits;
+    limits.setGuideValue(3, 5);
+    limits.setGuideWeight(3, -0.0F);
+    const std::string first = "VARIABLE {\n  ID: 3\n  GUIDE {\n    VALUE: 5.00\n  }\n}\n";
+    EXPECT_EQ(written(limits), header + first);
+    limits.setGuideWeight(9, 0.001F);
+    EXPECT_EQ(written(limits),
+              header + "GUIDE_WEIGHT_SCALE: linear\n" + first +
+                  "VARIABLE {\n  ID: 9\n  GUIDE {\n    VALUE: 0.00\n    WEIGHT: 0.00\n  }\n}\n");
+}
+
+TEST_F(LimitsWriter, AWeightThatIsSetIsWrittenEvenWhenItIs0ButNotWithoutItsLimit) {
+    LqLimitsData limits;
+    limits.setUpperLimit(3, 1);
+    limits.setUpperWeight(3, 0);
+    limits.setLowerWeight(3, 2);
+    EXPECT_EQ(written(limits), header + "VARIABLE {\n"
+                                        "  ID: 3\n"
+                                        "  UPPER {\n"
+                                        "    VALUE: 1.00\n"
+                                        "    WEIGHT: 0.0000\n"
+                                        "  }\n"
+                                        "}\n");
+}
+
+TEST_F(LimitsWriter, RepeatedIdsAreAllWrittenInListOrder) {
+    LqLimitsData limits;
+    for (const int id : {9, 2, 9}) {
+        auto* const record = new LqVarLimits(id);
+        record->switchLowerLimit(true);
+        limits.vars.append(record);
+    }
+    const auto block = [](const char* id) {
+        return "VARIABLE {\n  ID: " + std::string(id) + "\n  LOWER {\n    VALUE: 0.00\n  }\n}\n";
+    };
+    EXPECT_EQ(written(limits), header + block("9") + block("2") + block("9"));
+}
+
+TEST_F(LimitsWriter, TheHeaderLinesAreFlushed) {
+    LqLimitsData limits;
+    limits.setUpperLimit(3, 1);
+    test::FlushMarks marks;
+    std::ostream output(&marks);
+    writeTaggedLimits(limits, output);
+    EXPECT_EQ(marks.text(), "Kym System Variable Limits File\n|v2.00\n|"
+                            "VARIABLE {\n  ID: 3\n  UPPER {\n    VALUE: 1.00\n  }\n}\n");
 }
 
 TEST_F(LimitsWriter, AWeightReadWithoutAScaleIsWrittenSquaredAndLinear) {

@@ -75,6 +75,18 @@ TEST(LqVarLimits, SwitchingOneLimitLeavesTheOther) {
     }
 }
 
+TEST(LqVarLimits, AModeThatIsNoneOfTheFourHasNoLimitAndIsNotSwitched) {
+    for (const int number : {-1, 4, 5, 6, 7}) {
+        LqVarLimits record;
+        record.mode = static_cast<LqLimitMode>(number);
+        EXPECT_FALSE(record.hasUpperLimit()) << number;
+        EXPECT_FALSE(record.hasLowerLimit()) << number;
+        record.switchUpperLimit(true);
+        record.switchLowerLimit(false);
+        EXPECT_EQ(record.mode, number);
+    }
+}
+
 TEST(LqLimitsData, InsertsInFrontOfTheFirstRecordThatIsNotBelow) {
     struct Case {
         std::vector<int> before;
@@ -282,6 +294,24 @@ TEST(LqLimitsData, EqualEffectLeavesOutTheValuesOfAbsentLimitsAndUnsetWeights) {
     a.lowerValue = b.lowerValue;
     b.upperValue = 77;
     EXPECT_TRUE(limitsOf({a}).equalEffective(limitsOf({b})));
+}
+
+TEST(LqLimitsData, EqualEffectComparesTheWeightsOfAbsentLimitsToo) {
+    LqVarLimits a = fullRecord();
+    a.mode = LimitUpper;
+    LqVarLimits b = a;
+    b.lowerWeight.value = 9;
+    EXPECT_FALSE(limitsOf({a}).equalEffective(limitsOf({b})));
+    b.lowerWeight = {};
+    EXPECT_FALSE(limitsOf({a}).equalEffective(limitsOf({b})));
+}
+
+TEST(LqLimitsData, EqualEffectComparesTheGuideValueOfARecordWithALimit) {
+    LqVarLimits a = fullRecord();
+    a.guideWeight = 0;
+    LqVarLimits b = a;
+    b.guideValue = 9;
+    EXPECT_FALSE(limitsOf({a}).equalEffective(limitsOf({b})));
 }
 
 TEST(LqLimitsData, EqualEffectPassesOverRecordsWithoutEffect) {

@@ -2,6 +2,7 @@
 #include "quillon/limits/LimitsWriter.h"
 
 #include "tests/limits/LimitsText.h"
+#include "tests/support/FlushMarks.h"
 #include "tests/support/RoundTrip.h"
 #include "tests/support/StatusChain.h"
 
@@ -10,7 +11,6 @@
 
 #include <limits>
 #include <sstream>
-#include <streambuf>
 
 namespace quillon {
 namespace {
@@ -26,22 +26,6 @@ const std::string firstLine = "            1               Field Number\n";
 std::string written(const LqLimitsData& limits) {
     return test::writtenBy([&](std::ostream& output) { writeOlderLimits(limits, output); });
 }
-
-/// Gathers what is written to it, with a '|' for each flush.
-class FlushMarks : public std::streambuf {
-public:
-    std::string text;
-
-protected:
-    int_type overflow(int_type c) override {
-        text += traits_type::to_char_type(c);
-        return c;
-    }
-    int sync() override {
-        text += '|';
-        return 0;
-    }
-};
 
 class OlderLimitsWriter : public testing::Test {
 protected:
@@ -171,14 +155,14 @@ TEST_F(OlderLimitsWriter, LimitsInTheWrongOrderAreWrittenAndThenRefused) {
 TEST_F(OlderLimitsWriter, EveryLineIsFlushed) {
     addBoth(1, 0, 1);
     add(2, LimitNone);
-    FlushMarks marks;
+    test::FlushMarks marks;
     std::ostream output(&marks);
     writeOlderLimits(limits_, output);
-    EXPECT_EQ(marks.text, "            1               Field Number\n|"
-                          "             2            1\n|"
-                          "      0.0000\n|"
-                          "      1.0000\n|"
-                          "             0            2\n|");
+    EXPECT_EQ(marks.text(), "            1               Field Number\n|"
+                            "             2            1\n|"
+                            "      0.0000\n|"
+                            "      1.0000\n|"
+                            "             0            2\n|");
 }
 
 TEST_F(OlderLimitsWriter, WritesTheSameWhateverTheFormatOfTheStreamAndPutsThatBack) {
