@@ -17,8 +17,8 @@ namespace quillon {
 namespace {
 
 /// The truth value of the current status, which the driver hands to every reader: a file is read with its
-/// includes, and a scale definition leniently, only when a warning stands already. Deliberate; the report of a
-/// clean run depends on it.
+/// includes, and a scale definition leniently, only when a warning stands already. Deliberate; the report of
+/// a clean run depends on it.
 bool statusTruth() {
     return currentStatus().hasEntries();
 }

@@ -10,7 +10,6 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <vector>
 
 namespace quillon {
 
@@ -25,13 +24,13 @@ LmStr mappingText(const LqBasicVarMapping<float>& mapping) {
         return LmStr(std::string_view(text));
     }
     if (mapping.constant != 0.0F) {
-        text += numberText(mapping.constant).view();
+        appendNumber(text, mapping.constant);
     }
     for (const LqLinearTerm<float>* term : mapping.termList()) {
         // A "+" stands before a negative coefficient too: readers of the report split the text at it.
         text += text.empty() ? "" : "+";
         if (term->coefficient != 1.0F) {
-            text += numberText(term->coefficient).view();
+            appendNumber(text, term->coefficient);
             text += "*";
         }
         text += "v";
@@ -166,7 +165,7 @@ private:
         LmMat3 rotation{};
         getTranslation(modelBody.baseTransform, translation);
         getRotation(modelBody.baseTransform, rotation);
-        writeTransformAttribute(out, entries, "base_transform", translation, rotation);
+        writeTransformAttribute(out, "base_transform", translation, rotation);
         if (body.type == bodyTypeOne) {
             out << " twist_length=" << modelBody.vectorLength
                 << " twist_direction=" << vectorText(modelBody.vectorDirection);
@@ -174,14 +173,14 @@ private:
     }
 
     void writeTransforms(const LqPDDBodyMap& body) {
-        entries.clear();
+        LmDArray<ValueSpec> entries;
         for (int k = 0; k < body.mappings.count(); ++k) {
             const LmStr text = mappingText(body.mappings[k]);
             if (!text.isNull()) {
-                entries.push_back({transformLabel(body.transformOrder[k]), text});
+                entries.append({transformLabel(body.transformOrder[k]), text});
             }
         }
-        if (!entries.empty()) {
+        if (entries.count() != 0) {
             writeValueList(out, "transforms", entries);
         }
     }
@@ -234,7 +233,6 @@ private:
     RecordIndex<LqVarLimits> limitsById;
     std::unordered_map<std::string_view, const LqBDBody*> modelBodies;
     RecordIndex<LqBDMarker> modelMarkers;
-    std::vector<ValueSpec> entries; // of the list in hand
 };
 
 } // namespace

@@ -4,13 +4,17 @@
 #include "quillon/geometry/EulerAngles.h"
 
 #include <iostream>
-#include <string>
 
 namespace quillon {
 
 LmStr numberText(float number) {
     char text[numberTextSize];
     return LmStr(std::string_view(text, formatReal(text, number)));
+}
+
+void appendNumber(std::string& text, float number) {
+    char digits[numberTextSize];
+    text.append(digits, formatReal(digits, number));
 }
 
 LmStr writeVector3(float x, float y, float z) {
@@ -26,7 +30,7 @@ LmStr writeVector3(float x, float y, float z) {
     return LmStr(std::string_view(text, end));
 }
 
-void writeValueList(ReportText& out, const char* label, std::span<const ValueSpec> entries) {
+void writeValueList(ReportText& out, const char* label, const LmArray<ValueSpec>& entries) {
     out << " " << label << "=(";
     const char* separator = "";
     for (const ValueSpec& entry : entries) {
@@ -46,25 +50,25 @@ const LmStr& transformLabel(std::int32_t id) {
     return labels[id - 1];
 }
 
-void addValue(std::vector<ValueSpec>& entries, const LmStr& label, float number) {
+void addValue(LmDArray<ValueSpec>& entries, const LmStr& label, float number) {
     if (number != 0.0F) {
-        entries.push_back({label, numberText(number)});
+        entries.append({label, numberText(number)});
     }
 }
 
-void writeTransformAttribute(ReportText& out, std::vector<ValueSpec>& entries, const char* label,
-                             const LmVec3& translation, const LmMat3& rotation) {
+void writeTransformAttribute(ReportText& out, const char* label, const LmVec3& translation,
+                             const LmMat3& rotation) {
     static constexpr LmEulerOrder order = {1, 2, 3};
     LmVec3 angles{};
     matrixToEuler(angles, order, rotation);
-    entries.clear();
+    LmDArray<ValueSpec> entries;
     for (std::int32_t axis = 0; axis < 3; ++axis) {
         addValue(entries, transformLabel(axis + 1), translation[static_cast<std::size_t>(axis)]);
     }
     for (std::int32_t axis = 0; axis < 3; ++axis) {
         addValue(entries, transformLabel(axis + 4), angles[static_cast<std::size_t>(axis)]);
     }
-    if (!entries.empty()) {
+    if (entries.count() != 0) {
         writeValueList(out, label, entries);
     }
 }

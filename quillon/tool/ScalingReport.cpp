@@ -7,7 +7,6 @@
 #include <limits>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace quillon {
 
@@ -33,6 +32,18 @@ bool isInfiniteLimit(const ScaleFloat& limit) {
            (limit.value == greatestReal || limit.value == -greatestReal);
 }
 
+namespace {
+
+void appendScaleFloat(std::string& text, const ScaleFloat& number) {
+    if (number.measuredId == 0) {
+        appendNumber(text, number.value);
+    } else {
+        text += scaleFloatText(number).view();
+    }
+}
+
+} // namespace
+
 LmStr scaleMappingText(const LqBasicVarMapping<ScaleFloat>& mapping) {
     if (mapping.id == 0) {
         return {};
@@ -44,12 +55,12 @@ LmStr scaleMappingText(const LqBasicVarMapping<ScaleFloat>& mapping) {
         return LmStr(std::string_view(text));
     }
     if (mapping.constant != ScaleFloat{}) {
-        text += scaleFloatText(mapping.constant).view();
+        appendScaleFloat(text, mapping.constant);
     }
     for (const LqLinearTerm<ScaleFloat>* term : mapping.termList()) {
         text += text.empty() ? "" : "+";
         if (term->coefficient != ScaleFloat{.value = 1.0F}) {
-            text += scaleFloatText(term->coefficient).view();
+            appendScaleFloat(text, term->coefficient);
             text += "*";
         }
         text += "s";
@@ -57,6 +68,8 @@ LmStr scaleMappingText(const LqBasicVarMapping<ScaleFloat>& mapping) {
     }
     return LmStr(std::string_view(text));
 }
+
+// --- Records of definitions and poses ----------------------------------------------------------------------
 
 namespace {
 
@@ -70,178 +83,170 @@ LmStr directionText(const LmVec3& vector) {
     return writeVector3(vector[0] / magnitude, vector[1] / magnitude, vector[2] / magnitude);
 }
 
-/// One scale definition's lines, in their order.
-class ScalingSection {
-public:
-    ScalingSection(ReportText& out, const LqScaleDefData& scaleDef) : out(out), scaleDef(scaleDef) {}
+/// The first word of a line and the pose that the record belongs to, if it does.
+void beginRecord(ReportText& out, const char* word, const LmStr& poseName) {
+    out << word;
+    if (!poseName.isNull()) {
+        out << " pose=" << poseName;
+    }
+}
 
-    void write() {
-        writeScaleVars();
-        writeParameters();
-        writeWeightOverrides();
-        writeLimitOverrides(LmStr(), scaleDef.limitOverrides);
-        for (const LqScaleDefData::BodyParams_t& body : scaleDef.bodyParams) {
-            writeBodyScaling(body);
-        }
-        for (const LqScaleDefData::TempData_t& temp : scaleDef.temps) {
-            writeTempMarker(temp);
-        }
-        for (const LqScaleDefData::PositionConst_t& constraint : scaleDef.positionConstraints) {
-            writePositionConstraint(LmStr(), constraint);
-        }
-        writeVectorConstraints(LmStr(), scaleDef.globalConstraints);
-        for (const LqScaleDefData::Pose_t* pose : scaleDef.poses) {
-            if (pose != nullptr) {
-                writePose(*pose);
-            }
+void writeTransforms(ReportText& out, const LqScaleDefData::PositionConst_t& constraint) {
+    LmDArray<ValueSpec> entries;
+    for (int k = 0; k < constraint.transformOrder.count(); ++k) {
+        const LmStr text = scaleMappingText(constraint.mapping[k]);
+        if (!text.isNull()) {
+            entries.append({transformLabel(constraint.transformOrder[k]), text});
         }
     }
-
-private:
-    void writeScaleVars() {
-        int number = 0;
-        for (const LqScaleDefData::ScaleVar& var : scaleDef.scaleVars) {
-            out << "scaling_var s" << ++number << " name=" << var.name;
-            if (!var.description.isNull()) {
-                out << " description=\"" << var.description << "\"";
-            }
-            if (!isInfiniteLimit(var.lower)) {
-                out << " lower_limit=" << scaleFloatText(var.lower);
-            }
-            if (!isInfiniteLimit(var.upper)) {
-                out << " upper_limit=" << scaleFloatText(var.upper);
-            }
-            out << "\n";
-        }
+    if (entries.count() != 0) {
+        writeValueList(out, "transforms", entries);
     }
+}
 
-    void writeParameters() {
-        out << "scaling_params scale_real_count=" << scaleDef.realCount
-            << " default_real_weight=" << scaleDef.defaultRealWeight << "\n";
-    }
+} // namespace
 
-    void writeWeightOverrides() {
-        for (const LqScaleDefData::RealWeightOverride_t& real : scaleDef.realWeightOverrides) {
-            out << "scaling_real_weight_override marker_id=" << real.markerId << " weight=" << real.weight
-                << "\n";
+void writeLimitOverrides(ReportText& out, const LmStr& poseName,
+                         const LmArray<LqScaleDefData::LimitOverride_t>& overrides) {
+    for (const LqScaleDefData::LimitOverride_t& limits : overrides) {
+        beginRecord(out, "scaling_sys_var_limit_override", poseName);
+        out << " sys_var=v" << limits.sysVarId;
+        if (limits.lower.baseValue() > -greatestReal) {
+            out << " lower_limit=" << scaleFloatText(limits.lower);
         }
-        for (const LqScaleDefData::ArtificialWeightOverride_t& pair : scaleDef.artificialWeightOverrides) {
-            out << "scaling_artificial_weight_override marker_id=" << pair.firstMarkerId
-                << " other_marker_id=" << pair.secondMarkerId << " weight=" << pair.weight << "\n";
+        if (limits.upper.baseValue() < greatestReal) {
+            out << " upper_limit=" << scaleFloatText(limits.upper);
         }
-    }
-
-    void writePoseName(const LmStr& poseName) {
-        if (!poseName.isNull()) {
-            out << " pose=" << poseName;
-        }
-    }
-
-    /// Here a limit is left out by its value without measured data, unlike those of scaling variables: a
-    /// lower limit that is the upper infinity is printed.
-    void writeLimitOverrides(const LmStr& poseName,
-                             const LmArray<LqScaleDefData::LimitOverride_t>& overrides) {
-        for (const LqScaleDefData::LimitOverride_t& limits : overrides) {
-            out << "scaling_sys_var_limit_override";
-            writePoseName(poseName);
-            out << " sys_var=v" << limits.sysVarId;
-            if (limits.lower.baseValue() > -greatestReal) {
-                out << " lower_limit=" << scaleFloatText(limits.lower);
-            }
-            if (limits.upper.baseValue() < greatestReal) {
-                out << " upper_limit=" << scaleFloatText(limits.upper);
-            }
-            out << "\n";
-        }
-    }
-
-    void writeBodyScaling(const LqScaleDefData::BodyParams_t& body) {
-        const LmVec3* const axes[] = {&body.firstAxis, &body.secondAxis, &body.thirdAxis};
-        for (std::size_t axis = 0; axis < body.scale.size(); ++axis) {
-            out << "body_scaling_transform";
-            if (!body.bodyName.isNull()) {
-                out << " body=" << body.bodyName;
-            }
-            out << " direction=" << vectorText(*axes[axis]);
-            const LmStr value = scaleMappingText(body.scale[axis]);
-            if (!value.isNull()) {
-                out << " value=" << value;
-            }
-            out << "\n";
-        }
-    }
-
-    void writeTempMarker(const LqScaleDefData::TempData_t& temp) {
-        out << "temp_marker id=" << temp.id << " body=" << temp.attachedBody;
-        if (!temp.relativeBody.isNull() && temp.relativeBody != temp.attachedBody) {
-            out << " relative_body=" << temp.relativeBody;
-        }
-        out << " weight=" << temp.weight << " local=(" << scaleFloatText(temp.position[0]) << " "
-            << scaleFloatText(temp.position[1]) << " " << scaleFloatText(temp.position[2]) << ")\n";
-    }
-
-    void writeVectorConstraints(const LmStr& poseName,
-                                const LmArray<LqScaleDefData::GlobalConst_t>& constraints) {
-        for (const LqScaleDefData::GlobalConst_t& constraint : constraints) {
-            out << "scaling_vector_constraint";
-            writePoseName(poseName);
-            out << " body=" << constraint.bodyName << " local_direction=" << directionText(constraint.local)
-                << " global_direction=" << directionText(constraint.global)
-                << " weight=" << length(constraint.local) * length(constraint.global) << "\n";
-        }
-    }
-
-    void writePositionConstraint(const LmStr& poseName, const LqScaleDefData::PositionConst_t& constraint) {
-        out << "scaling_position_constraint";
-        writePoseName(poseName);
-        out << " body=" << constraint.body;
-        if (constraint.parent != "GLOBAL") {
-            out << " parent_body=" << constraint.parent;
-        }
-        out << " weight=" << constraint.weight;
-        const LmVec3& local = constraint.localPosition;
-        if (local[0] != 0.0F || local[1] != 0.0F || local[2] != 0.0F) {
-            out << " local=" << vectorText(local);
-        }
-        writeTransformAttribute(out, entries, "base_transform", constraint.baseTranslation,
-                                constraint.baseRotation);
-        writeTransforms(constraint);
         out << "\n";
     }
+}
 
-    void writeTransforms(const LqScaleDefData::PositionConst_t& constraint) {
-        entries.clear();
-        for (int k = 0; k < constraint.transformOrder.count(); ++k) {
-            const LmStr text = scaleMappingText(constraint.mapping[k]);
-            if (!text.isNull()) {
-                entries.push_back({transformLabel(constraint.transformOrder[k]), text});
-            }
-        }
-        if (!entries.empty()) {
-            writeValueList(out, "transforms", entries);
-        }
+void writeVectorConstraints(ReportText& out, const LmStr& poseName,
+                            const LmArray<LqScaleDefData::GlobalConst_t>& constraints) {
+    for (const LqScaleDefData::GlobalConst_t& constraint : constraints) {
+        beginRecord(out, "scaling_vector_constraint", poseName);
+        out << " body=" << constraint.bodyName << " local_direction=" << directionText(constraint.local)
+            << " global_direction=" << directionText(constraint.global)
+            << " weight=" << length(constraint.local) * length(constraint.global) << "\n";
     }
+}
 
-    /// In a pose vector constraints come before position constraints, outside of poses behind them.
-    void writePose(const LqScaleDefData::Pose_t& pose) {
-        out << "scaling_pose " << pose.name << "\n";
-        writeLimitOverrides(pose.name, pose.limitOverrides);
-        writeVectorConstraints(pose.name, pose.globalConstraints);
-        for (const LqScaleDefData::PositionConst_t& constraint : pose.positionConstraints) {
-            writePositionConstraint(pose.name, constraint);
-        }
+void writePositionConstraint(ReportText& out, const LmStr& poseName,
+                             const LqScaleDefData::PositionConst_t& constraint) {
+    beginRecord(out, "scaling_position_constraint", poseName);
+    out << " body=" << constraint.body;
+    if (constraint.parent != "GLOBAL") {
+        out << " parent_body=" << constraint.parent;
     }
+    out << " weight=" << constraint.weight;
+    const LmVec3& local = constraint.localPosition;
+    if (local[0] != 0.0F || local[1] != 0.0F || local[2] != 0.0F) {
+        out << " local=" << vectorText(local);
+    }
+    writeTransformAttribute(out, "base_transform", constraint.baseTranslation, constraint.baseRotation);
+    writeTransforms(out, constraint);
+    out << "\n";
+}
 
-    ReportText& out;
-    const LqScaleDefData& scaleDef;
-    std::vector<ValueSpec> entries; // of the list in hand
-};
+// --- The section -------------------------------------------------------------------------------------------
+
+namespace {
+
+void writeScaleVars(ReportText& out, const LqScaleDefData& scaleDef) {
+    int number = 0;
+    for (const LqScaleDefData::ScaleVar& var : scaleDef.scaleVars) {
+        out << "scaling_var s" << ++number << " name=" << var.name;
+        if (!var.description.isNull()) {
+            out << " description=\"" << var.description << "\"";
+        }
+        if (!isInfiniteLimit(var.lower)) {
+            out << " lower_limit=" << scaleFloatText(var.lower);
+        }
+        if (!isInfiniteLimit(var.upper)) {
+            out << " upper_limit=" << scaleFloatText(var.upper);
+        }
+        out << "\n";
+    }
+}
+
+void writeParameters(ReportText& out, const LqScaleDefData& scaleDef) {
+    out << "scaling_params scale_real_count=" << scaleDef.realCount
+        << " default_real_weight=" << scaleDef.defaultRealWeight << "\n";
+}
+
+void writeWeightOverrides(ReportText& out, const LqScaleDefData& scaleDef) {
+    for (const LqScaleDefData::RealWeightOverride_t& real : scaleDef.realWeightOverrides) {
+        out << "scaling_real_weight_override marker_id=" << real.markerId << " weight=" << real.weight
+            << "\n";
+    }
+    for (const LqScaleDefData::ArtificialWeightOverride_t& pair : scaleDef.artificialWeightOverrides) {
+        out << "scaling_artificial_weight_override marker_id=" << pair.firstMarkerId
+            << " other_marker_id=" << pair.secondMarkerId << " weight=" << pair.weight << "\n";
+    }
+}
+
+void writeBodyScaling(ReportText& out, const LqScaleDefData::BodyParams_t& body) {
+    const LmVec3* const axes[] = {&body.firstAxis, &body.secondAxis, &body.thirdAxis};
+    for (std::size_t axis = 0; axis < body.scale.size(); ++axis) {
+        out << "body_scaling_transform";
+        if (!body.bodyName.isNull()) {
+            out << " body=" << body.bodyName;
+        }
+        out << " direction=" << vectorText(*axes[axis]);
+        const LmStr value = scaleMappingText(body.scale[axis]);
+        if (!value.isNull()) {
+            out << " value=" << value;
+        }
+        out << "\n";
+    }
+}
+
+void writeTempMarker(ReportText& out, const LqScaleDefData::TempData_t& temp) {
+    out << "temp_marker id=" << temp.id << " body=" << temp.attachedBody;
+    if (!temp.relativeBody.isNull() && temp.relativeBody != temp.attachedBody) {
+        out << " relative_body=" << temp.relativeBody;
+    }
+    out << " weight=" << temp.weight << " local=(" << scaleFloatText(temp.position[0]) << " "
+        << scaleFloatText(temp.position[1]) << " " << scaleFloatText(temp.position[2]) << ")\n";
+}
+
+void writePositionConstraints(ReportText& out, const LmStr& poseName,
+                              const LmArray<LqScaleDefData::PositionConst_t>& constraints) {
+    for (const LqScaleDefData::PositionConst_t& constraint : constraints) {
+        writePositionConstraint(out, poseName, constraint);
+    }
+}
+
+/// In a pose vector constraints come before position constraints, outside of poses behind them.
+void writePose(ReportText& out, const LqScaleDefData::Pose_t& pose) {
+    out << "scaling_pose " << pose.name << "\n";
+    writeLimitOverrides(out, pose.name, pose.limitOverrides);
+    writeVectorConstraints(out, pose.name, pose.globalConstraints);
+    writePositionConstraints(out, pose.name, pose.positionConstraints);
+}
 
 } // namespace
 
 void writeScalingSection(ReportText& out, const LqScaleDefData& scaleDef) {
-    if (!scaleDef.isEmpty()) {
-        ScalingSection(out, scaleDef).write();
+    if (scaleDef.isEmpty()) {
+        return;
+    }
+    writeScaleVars(out, scaleDef);
+    writeParameters(out, scaleDef);
+    writeWeightOverrides(out, scaleDef);
+    writeLimitOverrides(out, LmStr(), scaleDef.limitOverrides);
+    for (const LqScaleDefData::BodyParams_t& body : scaleDef.bodyParams) {
+        writeBodyScaling(out, body);
+    }
+    for (const LqScaleDefData::TempData_t& temp : scaleDef.temps) {
+        writeTempMarker(out, temp);
+    }
+    writePositionConstraints(out, LmStr(), scaleDef.positionConstraints);
+    writeVectorConstraints(out, LmStr(), scaleDef.globalConstraints);
+    for (const LqScaleDefData::Pose_t* pose : scaleDef.poses) {
+        if (pose != nullptr) {
+            writePose(out, *pose);
+        }
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "quillon/core/LmArray.h"
 #include "quillon/core/LmStr.h"
 #include "quillon/scale/LqScaleDefData.h"
 #include "quillon/tool/ReportText.h"
@@ -20,5 +21,22 @@ bool isInfiniteLimit(const LqScaleDefData::ScaleFloat& limit);
 /// As `mappingText`, with scaling variables: "s" and the number of a variable, or the constant and the terms
 /// of a combination; null for a mapping of id 0.
 LmStr scaleMappingText(const LqBasicVarMapping<LqScaleDefData::ScaleFloat>& mapping);
+
+// The printers of records that poses hold too. `poseName` stands behind the first word of each line; it is
+// null outside of poses.
+
+/// A line for each record. A limit is left out by its value without measured data, deliberately unlike those
+/// of scaling variables: a lower limit that is the greatest real is printed.
+void writeLimitOverrides(ReportText& out, const LmStr& poseName,
+                         const LmArray<LqScaleDefData::LimitOverride_t>& overrides);
+
+/// A line for each record: the directions of its vectors, and the product of their magnitudes as its weight.
+/// A zero vector has NaN for its direction.
+void writeVectorConstraints(ReportText& out, const LmStr& poseName,
+                            const LmArray<LqScaleDefData::GlobalConst_t>& constraints);
+
+/// One line, without what is 0 or the global frame.
+void writePositionConstraint(ReportText& out, const LmStr& poseName,
+                             const LqScaleDefData::PositionConst_t& constraint);
 
 } // namespace quillon

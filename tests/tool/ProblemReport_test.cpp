@@ -172,6 +172,15 @@ TEST(TransformLabel, NamesTheSixTransforms) {
     }
 }
 
+TEST(TransformLabel, RemarksOnAnyOtherNumberOnStandardError) {
+    for (const std::int32_t id : {0, 7, -1, 2147483647}) {
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(transformLabel(id), "unknown");
+        EXPECT_EQ(testing::internal::GetCapturedStderr(),
+                  "invalid transform_id " + std::to_string(id) + "\n");
+    }
+}
+
 TEST(WriteVector3, PutsTheNumbersInParentheses) {
     EXPECT_EQ(writeVector3(0.1F, -2.0F, 1e-7F), "(0.1 -2 1e-07)");
     EXPECT_EQ(writeVector3(-1.23456e-38F, -1.23456e-38F, -1.23456e-38F),
@@ -180,7 +189,7 @@ TEST(WriteVector3, PutsTheNumbersInParentheses) {
 
 TEST(WriteValueList, SeparatesItsEntriesByOneBlank) {
     std::ostringstream stream;
-    std::vector<ValueSpec> entries;
+    LmDArray<ValueSpec> entries;
     addValue(entries, "a", 1.5F);
     addValue(entries, "b", 0.0F);
     addValue(entries, "c", -0.0F);
@@ -190,6 +199,40 @@ TEST(WriteValueList, SeparatesItsEntriesByOneBlank) {
         writeValueList(out, "list", entries);
     }
     EXPECT_EQ(stream.str(), " list=(a=1.5 d=-2)");
+}
+
+TEST(WriteValueList, WritesEmptyParenthesesWithoutEntries) {
+    std::ostringstream stream;
+    {
+        ReportText out(stream);
+        writeValueList(out, "list", LmDArray<ValueSpec>());
+    }
+    EXPECT_EQ(stream.str(), " list=()");
+}
+
+TEST(WriteTransformAttribute, LeavesOutZerosOneByOneAndAnIdentityAltogether) {
+    // A quarter turn about z takes x to y.
+    constexpr LmMat3 quarterTurn = {0, 1, 0, -1, 0, 0, 0, 0, 1};
+    const struct {
+        LmVec3 translation;
+        LmMat3 rotation;
+        const char* text;
+    } cases[] = {
+        {{0, 0, 0}, identityMat3, ""},
+        {{0, -0.0F, 0}, identityMat3, ""},
+        {{1, 0, 0}, identityMat3, " base=(tx=1)"},
+        {{0, -2.5F, 1e-9F}, identityMat3, " base=(ty=-2.5 tz=1e-09)"},
+        {{0, 0, 0}, quarterTurn, " base=(rz=1.5708)"},
+        {{1, 2, 3}, quarterTurn, " base=(tx=1 ty=2 tz=3 rz=1.5708)"},
+    };
+    for (const auto& [translation, rotation, text] : cases) {
+        std::ostringstream stream;
+        {
+            ReportText out(stream);
+            writeTransformAttribute(out, "base", translation, rotation);
+        }
+        EXPECT_EQ(stream.str(), text);
+    }
 }
 
 TEST(RecordIndex, FindsTheFirstRecordOfAnIdInAnyOrder) {

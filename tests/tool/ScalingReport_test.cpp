@@ -2,8 +2,11 @@
 
 #include "quillon/tool/LqProblemBundle.h"
 #include "quillon/tool/ProblemReport.h"
+#include "tests/support/StatusChain.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <limits>
 #include <sstream>
 #include <string>
@@ -261,6 +264,202 @@ TEST(ScalingReport, StandsBehindTheFirstHalf) {
                                 "scaling_params scale_real_count=1 default_real_weight=0\n");
 }
 
+// --- The record printers by themselves ---------------------------------------------------------------------
+
+/// What a printer writes.
+template <class Printer>
+std::string textOf(const Printer& print) {
+    std::ostringstream stream;
+    {
+        ReportText out(stream);
+        print(out);
+    }
+    return stream.str();
+}
+
+LmDArray<LqScaleDefData::LimitOverride_t>
+limitOverrides(std::initializer_list<LqScaleDefData::LimitOverride_t> records) {
+    LmDArray<LqScaleDefData::LimitOverride_t> overrides;
+    for (const LqScaleDefData::LimitOverride_t& record : records) {
+        overrides.append(record);
+    }
+    return overrides;
+}
+
+TEST(WriteLimitOverrides, PutsThePoseBehindTheFirstWordUnlessItsNameIsNull) {
+    const auto overrides =
+        limitOverrides({{3, literal(-0.1F), literal(infinity)}, {12, literal(0), literal(1)}});
+    const auto textIn = [&overrides](const LmStr& poseName) {
+        return textOf([&](ReportText& out) { writeLimitOverrides(out, poseName, overrides); });
+    };
+    EXPECT_EQ(textIn(LmStr()), "scaling_sys_var_limit_override sys_var=v3 lower_limit=-0.1\n"
+                               "scaling_sys_var_limit_override sys_var=v12 lower_limit=0 upper_limit=1\n");
+    EXPECT_EQ(textIn("Default"),
+              "scaling_sys_var_limit_override pose=Default sys_var=v3 lower_limit=-0.1\n"
+              "scaling_sys_var_limit_override pose=Default sys_var=v12 lower_limit=0 upper_limit=1\n");
+    EXPECT_EQ(textIn(""), "scaling_sys_var_limit_override pose= sys_var=v3 lower_limit=-0.1\n"
+                          "scaling_sys_var_limit_override pose= sys_var=v12 lower_limit=0 upper_limit=1\n");
+}
+
+TEST(WriteLimitOverrides, ComparesEachLimitWithTheInfinityOnItsOwnSide) {
+    const float beyond = std::numeric_limits<float>::infinity();
+    const float notANumber = std::numeric_limits<float>::quiet_NaN();
+    const struct {
+        ScaleFloat lower;
+        ScaleFloat upper;
+        const char* limits;
+    } cases[] = {
+        // The greatest reals themselves, and the next ones within them.
+        {literal(-infinity), literal(infinity), ""},
+        {literal(-3.40282e38F), literal(3.40282e38F), " lower_limit=-3.40282e+38 upper_limit=3.40282e+38"},
+        {literal(infinity), literal(-infinity), " lower_limit=3.40282e+38 upper_limit=-3.40282e+38"},
+        {literal(-beyond), literal(beyond), ""},
+        {literal(beyond), literal(-beyond), " lower_limit=inf upper_limit=-inf"},
+        {literal(notANumber), literal(notANumber), ""},
+        // A reference counts as its offset, or as 0 behind a factor, whatever the factor is.
+        {scaled(3, 2), scaled(3, 2), " lower_limit=[m3 0] upper_limit=[m3 0]"},
+        {scaled(3, -infinity), scaled(3, infinity), " lower_limit=[m3 0] upper_limit=[m3 0]"},
+        {offsetFrom(3, -infinity), offsetFrom(3, infinity), ""},
+        {offsetFrom(3, infinity), offsetFrom(3, -infinity),
+         " lower_limit=[m3 3.40282e+38] upper_limit=[m3 -3.40282e+38]"},
+        {offsetFrom(3, -1.5F), offsetFrom(12, 0), " lower_limit=[m3 -1.5] upper_limit=[m12 0]"},
+    };
+    for (const auto& [lower, upper, limits] : cases) {
+        const auto overrides = limitOverrides({{-1, lower, upper}});
+        EXPECT_EQ(textOf([&](ReportText& out) { writeLimitOverrides(out, LmStr(), overrides); }),
+                  "scaling_sys_var_limit_override sys_var=v-1" + std::string(limits) + "\n");
+    }
+}
+
+TEST(WriteLimitOverrides, WritesNothingWithoutRecords) {
+    EXPECT_EQ(textOf([](ReportText& out) { writeLimitOverrides(out, "Default", {}); }), "");
+}
+
+TEST(WriteVectorConstraints, WritesUnitDirectionsAndTheProductOfTheMagnitudes) {
+    LmDArray<LqScaleDefData::GlobalConst_t> constraints;
+    constraints.append({"Pelvis", {1, 0, 0}, {0, 1, 0}});
+    // As the reader leaves them, with one magnitude: 3, whose square is the weight.
+    constraints.append({"left foot", {2, -2, 1}, {0, 0, -3}});
+    EXPECT_EQ(textOf([&](ReportText& out) { writeVectorConstraints(out, "Default", constraints); }),
+              "scaling_vector_constraint pose=Default body=Pelvis local_direction=(1 0 0) "
+              "global_direction=(0 1 0) weight=1\n"
+              "scaling_vector_constraint pose=Default body=left foot local_direction=(0.666667 -0.666667 "
+              "0.333333) global_direction=(0 0 -1) weight=9\n");
+    EXPECT_EQ(textOf([&](ReportText& out) { writeVectorConstraints(out, LmStr(), constraints); }),
+              "scaling_vector_constraint body=Pelvis local_direction=(1 0 0) "
+              "global_direction=(0 1 0) weight=1\n"
+              "scaling_vector_constraint body=left foot local_direction=(0.666667 -0.666667 "
+              "0.333333) global_direction=(0 0 -1) weight=9\n");
+    EXPECT_EQ(textOf([](ReportText& out) { writeVectorConstraints(out, "Default", {}); }), "");
+}
+
+std::string positionText(const LmStr& poseName, const LqScaleDefData::PositionConst_t& constraint) {
+    return textOf([&](ReportText& out) { writePositionConstraint(out, poseName, constraint); });
+}
+
+TEST(WritePositionConstraint, LeavesOutWhatIsZeroOrTheGlobalFrame) {
+    LqScaleDefData::PositionConst_t constraint;
+    constraint.body = "Thigh";
+    constraint.parent = "GLOBAL";
+    EXPECT_EQ(positionText(LmStr(), constraint), "scaling_position_constraint body=Thigh weight=1\n");
+    EXPECT_EQ(positionText("Default", constraint),
+              "scaling_position_constraint pose=Default body=Thigh weight=1\n");
+    constraint.parent = "Pelvis";
+    constraint.localPosition = {0, 0.1F, 0};
+    constraint.mapping[1].id = 1;
+    EXPECT_EQ(positionText(LmStr(), constraint),
+              "scaling_position_constraint body=Thigh parent_body=Pelvis weight=1 local=(0 0.1 0) "
+              "transforms=(ty=s1)\n");
+}
+
+TEST(WritePositionConstraint, NamesTheGlobalFrameAsABodyButNotAsAParent) {
+    LqScaleDefData::PositionConst_t constraint;
+    constraint.body = "GLOBAL";
+    constraint.parent = "global";
+    constraint.weight = 0;
+    EXPECT_EQ(positionText(LmStr(), constraint),
+              "scaling_position_constraint body=GLOBAL parent_body=global weight=0\n");
+    constraint.parent = "";
+    EXPECT_EQ(positionText(LmStr(), constraint),
+              "scaling_position_constraint body=GLOBAL parent_body= weight=0\n");
+}
+
+TEST(WritePositionConstraint, WritesTheBaseAsTranslationAndAnglesAboutTheAxes) {
+    LqScaleDefData::PositionConst_t constraint;
+    constraint.body = "Thigh";
+    constraint.parent = "GLOBAL";
+    constraint.baseTranslation = {0.25F, 0, -2};
+    // A quarter turn about x takes y to z.
+    constraint.baseRotation = {1, 0, 0, 0, 0, 1, 0, -1, 0};
+    EXPECT_EQ(positionText("P", constraint), "scaling_position_constraint pose=P body=Thigh weight=1 "
+                                             "base_transform=(tx=0.25 tz=-2 rx=1.5708)\n");
+}
+
+TEST(WritePositionConstraint, WritesTheTransformsByTheirOrder) {
+    LqScaleDefData::PositionConst_t constraint;
+    constraint.body = "Thigh";
+    constraint.parent = "GLOBAL";
+    const int order[] = {6, 6, 5, 1, 2, 3};
+    std::copy(std::begin(order), std::end(order), constraint.transformOrder.begin());
+    constraint.mapping[0].id = 4;
+    constraint.mapping[1].id = -1;
+    constraint.mapping[3].id = -1;
+    constraint.mapping[3].constant = offsetFrom(2, 0.5F);
+    constraint.mapping[3].appendTerm(4, literal(0));
+    EXPECT_EQ(positionText(LmStr(), constraint), "scaling_position_constraint body=Thigh weight=1 "
+                                                 "transforms=(rz=s4 rz= tx=[m2 0.5]+0*s4)\n");
+}
+
+TEST(WritePositionConstraint, CallsATransformThatThereIsNotUnknown) {
+    LqScaleDefData::PositionConst_t constraint;
+    constraint.body = "Thigh";
+    constraint.parent = "GLOBAL";
+    constraint.transformOrder[2] = 9;
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(positionText(LmStr(), constraint), "scaling_position_constraint body=Thigh weight=1\n");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    constraint.mapping[2].id = 1;
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(positionText(LmStr(), constraint),
+              "scaling_position_constraint body=Thigh weight=1 transforms=(unknown=s1)\n");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "invalid transform_id 9\n");
+}
+
+TEST(ScalingReport, NeverPrintsGuidesAndTestsNothing) {
+    test::CleanStatus cleanStatus;
+    pushWarning("before");
+    LqProblemBundle bundle;
+    bundle.scaleDef.sysVarGuideOverrides.append({.sysVarId = 1, .value = 2, .weight = 3});
+    EXPECT_EQ(reportOf(bundle), "") << "guides alone do not count against emptiness";
+    bundle.scaleDef.realCount = 1;
+    // Bodies, variables and measured constants that nobody has.
+    bundle.scaleDef.temps.append({.id = 2,
+                                  .position = {offsetFrom(99, 1), literal(0), literal(0)},
+                                  .attachedBody = "nobody",
+                                  .relativeBody = "nobody",
+                                  .weight = 1});
+    bundle.scaleDef.limitOverrides.append({77, literal(2), literal(1)});
+    EXPECT_EQ(reportOf(bundle), "scaling_params scale_real_count=1 default_real_weight=0\n"
+                                "scaling_sys_var_limit_override sys_var=v77 lower_limit=2 upper_limit=1\n"
+                                "temp_marker id=2 body=nobody weight=1 local=([m99 1] 0 0)\n");
+    EXPECT_EQ(test::takeChain(), test::StatusChain{test::warning("before")});
+}
+
+TEST(ScalingReport, PrintsABodyScalingWithoutANameAndOneWithAnEmptyName) {
+    LqProblemBundle bundle;
+    LqScaleDefData::BodyParams_t body;
+    for (const LmStr& name : {LmStr(), LmStr("")}) {
+        body.bodyName = name;
+        bundle.scaleDef.bodyParams.append(body);
+    }
+    EXPECT_EQ(linesBehindParameters(bundle), "body_scaling_transform direction=(0 0 0)\n"
+                                             "body_scaling_transform direction=(0 0 0)\n"
+                                             "body_scaling_transform direction=(0 0 0)\n"
+                                             "body_scaling_transform body= direction=(0 0 0)\n"
+                                             "body_scaling_transform body= direction=(0 0 0)\n"
+                                             "body_scaling_transform body= direction=(0 0 0)\n");
+}
+
 TEST(IsInfiniteLimit, TakesEitherInfinityForNone) {
     EXPECT_TRUE(isInfiniteLimit(literal(infinity)));
     EXPECT_TRUE(isInfiniteLimit(literal(-infinity)));
@@ -287,6 +486,8 @@ TEST(ScaleMappingText, FollowsTheFormOfTheMapping) {
     EXPECT_EQ(combination(offsetFrom(2, 0), {}), "[m2 0]");
     EXPECT_EQ(combination(literal(0.5F), {{3, literal(-2)}, {4, literal(1)}}), "0.5+-2*s3+s4");
     EXPECT_EQ(combination(literal(0), {{3, literal(1)}, {4, scaled(1, 1)}}), "s3+[m1 0]*s4");
+    EXPECT_EQ(combination(literal(-0.0F), {{3, literal(0)}}), "0*s3");
+    EXPECT_EQ(combination(offsetFrom(2, -0.5F), {{3, offsetFrom(2, 1)}}), "[m2 -0.5]+[m2 1]*s3");
     // An offset without a measured constant does not show, but the number is then neither the literal 0
     // nor 1.
     EXPECT_EQ(combination({.offset = 5}, {{3, {.value = 1, .offset = 5}}}), "0+1*s3");
