@@ -3,12 +3,17 @@
 #include "quillon/model/LqBodyDefData.h"
 #include "quillon/problem/LqProblemDefData.h"
 #include "tests/support/ChildProcess.h"
+#include "tests/support/StatusChain.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
 #include <functional>
 #include <string>
+#include <unistd.h>
 
 namespace quillon {
 namespace {
@@ -172,6 +177,38 @@ TEST_F(BodyChain, EndsTheProcessAtABodyThatIsAboveItself) {
               "SIGABRT: Body left is above itself in the problem definition.\n");
     EXPECT_EQ(endOf([this] { transform("right", "pelvis"); }),
               "SIGABRT: Body right is above itself in the problem definition.\n");
+}
+
+TEST_F(BodyChain, LeavesTheStatusAlone) {
+    const test::CleanStatus cleanStatus;
+    pushError("before");
+    pushWarning("and a warning");
+    const test::StatusChain before = test::chainOf();
+    EXPECT_TRUE(isAncestor(problem, "pelvis", "shin")) << "an error that stands does not stop a walk";
+    EXPECT_FALSE(isAncestor(problem, "arm", "shin"));
+    transform("shin", referenceSystemName);
+    offset("shin", "pelvis");
+    inverseOffset("pelvis", "shin");
+    EXPECT_EQ(test::chainOf(), before);
+}
+
+TEST_F(BodyChain, EndsTheProcessWithoutAWordOnTheStatus) {
+    // What stands on the status when the process is about to end.
+    const auto statusAtTheEndOf = [](const std::function<void()>& body) {
+        return endOf([&body] {
+            currentStatus().clear();
+            std::signal(SIGABRT, [](int) {
+                const char* const text = currentStatus().head() == nullptr ? "nothing" : "something";
+                std::_Exit(::write(STDERR_FILENO, text, std::strlen(text)) < 0 ? 1 : 0);
+            });
+            body();
+        });
+    };
+    EXPECT_EQ(statusAtTheEndOf([this] { isAncestor(problem, "", "nobody"); }),
+              "0: Body nobody is not in the problem definition.\nnothing");
+    problem.addBody("hat", "shin", 1);
+    EXPECT_EQ(statusAtTheEndOf([this] { transform("hat", "shin"); }),
+              "0: Body 'hat' not found in MODELS file\nnothing");
 }
 
 TEST_F(BodyChain, MayGoThroughEveryBodyOfTheDefinition) {

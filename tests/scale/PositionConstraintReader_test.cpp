@@ -108,6 +108,71 @@ TEST_F(PositionConstraintReader, TransformOrderNeedNotBeAPermutation) {
                 ElementsAre(6, 6, 6, 1, 1, 1));
 }
 
+TEST_F(PositionConstraintReader, ItemsMayStandInAnyOrder) {
+    const std::vector<std::string> items = {
+        "BODY: thigh\n",
+        "PARENT: pelvis\n",
+        "LOCAL_POSITION: 1 2.5 -3\n",
+        "WEIGHT: 2\n",
+        "BASE_TRANSLATION: 0 0.75 0\n",
+        "BASE_ROTATION: 0 0 0 Z Y X\n",
+        "TRANSFORM_ORDER: 6 5 4 3 2 1\n",
+        "MAPPING {\n0 height 0 0 0 0\n}\n",
+    };
+    // Each item once as the first one and once as the last one.
+    for (std::size_t first = 0; first < items.size(); ++first) {
+        std::string text;
+        for (std::size_t i = 0; i < items.size(); ++i) {
+            text += items[(first + i) % items.size()];
+        }
+        SCOPED_TRACE(text);
+        records = LmDArray<PositionConst_t>();
+        EXPECT_TRUE(read(text));
+        EXPECT_THAT(takeChain(), IsEmpty());
+        EXPECT_THAT(linesOf(records),
+                    ElementsAre("thigh on pelvis: at (1 2.5 -3) order (6 5 4 3 2 1) weight 2 mapping 0, var "
+                                "1, 0, 0, 0, 0 base (0 0.75 0) turned (1 0 0 0 1 0 0 0 1)"));
+    }
+}
+
+TEST_F(PositionConstraintReader, NamesOfBodiesAreTakenAsTheyStand) {
+    const char* const names[] = {"thigh # x", "\"left foot\"", "\"thigh", "thigh,", "left  foot"};
+    for (const std::string name : names) {
+        EXPECT_TRUE(read("BODY: " + name + "\n"));
+        EXPECT_EQ(takeChain(), StatusChain{warning("Body '" + name +
+                                                   "' has a POSITION_CONSTRAINT in the scaling definition, "
+                                                   "but that body is not in the problem definition.  This "
+                                                   "constraint will be ignored.")});
+        EXPECT_TRUE(read("BODY: thigh\nPARENT: " + name + "\n"));
+        EXPECT_EQ(takeChain(), StatusChain{warning("Body 'thigh' is constrained to parent body " + name +
+                                                   ", which is not in the problem definition.  This "
+                                                   "constraint will be ignored.")});
+        EXPECT_THAT(linesOf(records), IsEmpty());
+    }
+    problemDef.addBody("thigh # x", "thigh", 5);
+    problemDef.addBody("\"left foot\"", "thigh", 6);
+    EXPECT_TRUE(read("BODY: thigh # x\nPARENT:   \"left foot\"  \n"));
+    EXPECT_THAT(takeChain(), IsEmpty());
+    EXPECT_THAT(linesOf(records), ElementsAre("thigh # x on \"left foot\": at (0 0 0)" + plain));
+}
+
+TEST_F(PositionConstraintReader, BlockInThePlaceOfAValueIsItsText) {
+    // Numbers do not mind the line ends of a block; a name is taken with them.
+    EXPECT_TRUE(read("WEIGHT {\n2\n}\nLOCAL_POSITION {\n1\n2\n3\n}\nBODY: thigh\n"));
+    EXPECT_THAT(takeChain(), IsEmpty());
+    ASSERT_EQ(records.count(), 1);
+    EXPECT_EQ(records[0].weight, 2.0F);
+    EXPECT_EQ(records[0].localPosition, (LmVec3{1, 2, 3}));
+    EXPECT_TRUE(read("BODY {\nthigh\n}\n"));
+    EXPECT_EQ(takeChain(), StatusChain{warning("Body 'thigh\n' has a POSITION_CONSTRAINT in the scaling "
+                                               "definition, but that body is not in the problem definition.  "
+                                               "This constraint will be ignored.")});
+    EXPECT_TRUE(read("BODY: thigh\nMAPPING: 0 height 0 0 0 0\n"));
+    EXPECT_THAT(takeChain(), IsEmpty());
+    ASSERT_EQ(records.count(), 2);
+    EXPECT_EQ(records[1].mapping[1].id, 1);
+}
+
 // --- The base rotation -----------------------------------------------------------------------------
 
 TEST_F(PositionConstraintReader, AnglesOfTheBaseRotationAreIndexedByAxisWhateverTheOrder) {
@@ -207,9 +272,18 @@ TEST_F(PositionConstraintFailure, OfValues) {
          {error("Invalid axis (W) in rotation order for BASE_ROTATION.\n")}},
         {"BODY: thigh\nBASE_ROTATION: 0 0 0 x y z\n",
          {error("Invalid axis (x) in rotation order for BASE_ROTATION.\n")}},
+        {"BODY: thigh\nBASE_ROTATION: 0 0 0 1 2 3\n",
+         {error("Invalid axis (1) in rotation order for BASE_ROTATION.\n")}},
+        {"BODY: thigh\nBASE_ROTATION: 0 0 0 X # Y Z\n",
+         {error("Invalid axis (#) in rotation order for BASE_ROTATION.\n")}},
+        {"BODY: thigh\nBASE_ROTATION: 0 0 0 # X Y Z\n",
+         {error("Error reading rotation order for BASE_ROTATION.")}},
         {"BODY: thigh\nBASE_ROTATION: 0 0 0 XYZ\n",
          {error("Invalid axis (XYZ) in rotation order for BASE_ROTATION.\n")}},
         {"BODY: thigh\nTRANSFORM_ORDER: 1 2 3 7 5 4\n", {error("Invalid transform id in TRANSFORM_ORDER")}},
+        {"BODY: thigh\nTRANSFORM_ORDER: -1 2 3 6 5 4\n", {error("Invalid transform id in TRANSFORM_ORDER")}},
+        {"BODY: thigh\nTRANSFORM_ORDER: 1 2 3 6 5 4294967300\n", {error("Error reading TRANSFORM_ORDER.")}},
+        {"BODY: thigh\nTRANSFORM_ORDER:\n", {error("Error reading TRANSFORM_ORDER.")}},
         {"BODY: thigh\nTRANSFORM_ORDER: 0 x\n", {error("Invalid transform id in TRANSFORM_ORDER")}},
         {"BODY: thigh\nTRANSFORM_ORDER: 1 2 3 6 5\n", {error("Error reading TRANSFORM_ORDER.")}},
         {"BODY: thigh\nTRANSFORM_ORDER: 1 2 x 6 5 4\n", {error("Error reading TRANSFORM_ORDER.")}},
@@ -239,6 +313,10 @@ TEST_F(PositionConstraintFailure, OfMappingsNamesTheTransform) {
         {"BODY: thigh\nMAPPING {\n0 0 depth 0 0 0\n}\n",
          {error("Unable to read MAPPING."),
           error("Invalid scaling variable 'depth' used for Z Translation.")}},
+        {"BODY: thigh\nMAPPING {\n0 0 0 0 7 0\n}\n",
+         {error("Unable to read MAPPING."), error("Invalid scaling variable '7' used for Y Rotation.")}},
+        {"BODY: thigh\nMAPPING {\n0 0 0 0 0 -2 0.1 0 1\n}\n",
+         {error("Unable to read MAPPING."), error("Invalid scaling variable (0) used for Z Rotation.")}},
         {"BODY: thigh\nMAPPING {\n0 0 0 -1 * 0 0\n}\n",
          {error("Unable to read MAPPING."), error("Cannot specify an infinite value for X Rotation.")}},
     };
