@@ -186,13 +186,12 @@ void ScaleDefReader::readTemps() {
     itemFound = items.next();
     if (items.failed()) {
         pushErrorf("Error reading '%s' section.", items.tag().c_str());
-        return;
+    } else {
+        expectTag(format::tempsKey);
     }
-    expectTag(format::tempsKey);
-    // Deliberately whatever the item is: the messages about a wrong item include what it is not.
-    if (itemFound && !items.valueText().empty()) {
-        scaleDef::readTemps(items.valueText(), context);
-    }
+    // Deliberately whatever the item is: the messages about a wrong item include what it is not. Without a
+    // text the definition has no temps.
+    scaleDef::readTemps(itemFound ? items.valueText() : std::string_view(), context);
 }
 
 /// Reports an item that is not the one expected, or the end of the file in its place.

@@ -97,6 +97,18 @@ TEST_F(BodyScalingReader, NearlyParallelAxesPass) {
     EXPECT_THAT(lines(), ElementsAre("thigh" + goodRestAsText));
 }
 
+TEST_F(BodyScalingReader, TinyAxesPassAsLongAsTheirSquaresAreNotZero) {
+    EXPECT_TRUE(read("thigh\n1e-18 0 0\n0 -1e-18 0\n0 0 0\n"));
+    EXPECT_THAT(takeChain(), IsEmpty());
+    EXPECT_THAT(lines(), ElementsAre("thigh: (1 0 0) by 0, (0 -1 0) by 0, (0 0 -1) by 0"));
+}
+
+TEST_F(BodyScalingReader, AxisMayBreakOverLinesAndTheRestOfItsLastOneIsIgnored) {
+    EXPECT_TRUE(read("thigh\n# the first axis\n1 # x\n0\n0 rest\n\n0 1\n0 0 0 0 0\n0 0 0\n"));
+    EXPECT_THAT(takeChain(), IsEmpty());
+    EXPECT_THAT(lines(), ElementsAre("thigh" + goodRestAsText));
+}
+
 TEST_F(BodyScalingReader, UnknownBodyIsReadWholeAndIgnoredWithAWarning) {
     for (const bool lenient : {false, true}) {
         EXPECT_TRUE(read("tail\n" + goodRest + "thigh\n" + goodRest, lenient));
@@ -121,6 +133,14 @@ TEST_F(BodyScalingReader, MessagesCountTheBodiesThatAreKept) {
                            tailIsIgnored}));
 }
 
+TEST_F(BodyScalingReader, ManyBodiesThatAreIgnoredLeaveTheNumberOfTheNextOne) {
+    EXPECT_FALSE(read("tail\n" + goodRest + "tail\n" + goodRest + "thigh\n1 0 0\n1 0 0\n"));
+    EXPECT_EQ(
+        takeChain(),
+        (StatusChain{unableToRead, error("First and second scaling axes are parallel for body thigh (#1)"),
+                     tailIsIgnored, tailIsIgnored}));
+}
+
 TEST_F(BodyScalingReader, ReportsTheBodyAndWhatCannotBeReadOfIt) {
     struct Case {
         std::string text;
@@ -137,6 +157,12 @@ TEST_F(BodyScalingReader, ReportsTheBodyAndWhatCannotBeReadOfIt) {
         {"thigh\n1 0 0\n0 0 0\n", "Invalid second scaling axis for body thigh (#1)"},
         {"thigh\n1 0 0\n2 0 0\n", "First and second scaling axes are parallel for body thigh (#1)"},
         {"thigh\n0 1 0\n0 -3 0\n", "First and second scaling axes are parallel for body thigh (#1)"},
+        // The square of 1e-30 is too small for single precision, that of 1e30 too large.
+        {"thigh\n1e-30 0 0\n0 1 0\n0 0 0\n", "Invalid first scaling axis  for body thigh (#1)"},
+        {"thigh\n1 0 0\n0 -1e-30 0\n0 0 0\n", "Invalid second scaling axis for body thigh (#1)"},
+        {"thigh\n1 0 0\n1 1e-30 0\n0 0 0\n",
+         "First and second scaling axes are parallel for body thigh (#1)"},
+        {"thigh\n1e30 0 0\n0 1 0\n0 0 0\n", "First and second scaling axes are parallel for body thigh (#1)"},
         {"thigh\n1 0 0\n0 1 0\n", "Error reading first scale variable for body thigh (#1)."},
         {"thigh\n1 0 0\n0 1 0\n0\n", "Error reading second scale variable for body thigh (#1)."},
         {"thigh\n1 0 0\n0 1 0\n0 0\n", "Error reading third scale variable for body thigh (#1)."},

@@ -7,8 +7,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <iterator>
 #include <memory>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace quillon::scaleDef {
@@ -124,6 +126,25 @@ TEST_F(ScaleDefContextTest, ReportsASystemVariableThatCannotBeRead) {
     EXPECT_THAT(takeChain(), ElementsAre(error("Hit end of line in string reading variable")));
 }
 
+TEST_F(ScaleDefContextTest, TakesTheDigitsOfASystemVariableAndLeavesTheRest) {
+    for (const auto& [text, id, left] : {std::tuple("17abc 1", 17, "abc 1"), std::tuple("3.5 1", 3, ".5 1"),
+                                         std::tuple(" # a remark\n 007\n1", 7, "\n1")}) {
+        LmISStream input(text);
+        EXPECT_EQ(strict->readSysVarId(input, "variable"), id);
+        EXPECT_EQ(std::string(std::istreambuf_iterator<char>(input), {}), left);
+    }
+    EXPECT_THAT(takeChain(), IsEmpty());
+    sysVarIdOf("99999999999");
+    EXPECT_THAT(takeChain(), ElementsAre(error("Error reading variable.")));
+}
+
+TEST_F(ScaleDefContextTest, TakesAQuotedNumberForTheNameOfASystemVariable) {
+    EXPECT_EQ(sysVarIdOf("\"4\""), 0);
+    EXPECT_THAT(takeChain(), ElementsAre(error("Variable '4' is not in the problem definition.")));
+    EXPECT_EQ(sysVarIdOf("+4"), 0);
+    EXPECT_THAT(takeChain(), ElementsAre(error("Variable '+4' is not in the problem definition.")));
+}
+
 TEST_F(ScaleDefContextTest, ReportsAnUnresolvedReferenceByItsLeniency) {
     EXPECT_FALSE(strict->reportUnresolved("100% unknown"));
     EXPECT_THAT(takeChain(), ElementsAre(error("100% unknown")));
@@ -145,6 +166,52 @@ TEST_F(ScaleDefContextTest, FindsAScalingVariableOnceItIsNamed) {
     strict.reset();
     ASSERT_EQ(definition.scaleVars.count(), 5);
     EXPECT_EQ(definition.scaleVars[3].name, "girth");
+}
+
+TEST_F(ScaleDefContextTest, ReadsTheNumberOfAMappingAsANumberBelow1OrAsTheIdOfAName) {
+    strict->nameScaleVar(strict->appendScaleVar(), "0");
+    strict->nameScaleVar(strict->appendScaleVar(), "-2");
+    strict->nameScaleVar(strict->appendScaleVar(), "+5");
+    const struct {
+        const char* text;
+        std::int32_t number;
+    } cases[] = {
+        {"height", 1},
+        {"\"arm width\" 1", 2},
+        {"5", 3},
+        // A name that is a number below 1 cannot be reached, in quotes or not; any other one can.
+        {"0", 0},
+        {"\"0\"", 0},
+        {"-2", -2},
+        {"\"-2\"", -2},
+        {"\" -7\"", -7},
+        {"-0", 0},
+        {"+5", 6},
+    };
+    for (const auto& [text, number] : cases) {
+        LmISStream input(text);
+        EXPECT_EQ(strict->readScaleVarId(input, "the knee"), number) << text;
+        EXPECT_THAT(takeChain(), IsEmpty()) << text;
+    }
+}
+
+TEST_F(ScaleDefContextTest, GivesTheNumber0AfterAnErrorInIt) {
+    const struct {
+        const char* text;
+        const char* message;
+    } cases[] = {
+        {"", "Error reading the knee."},
+        {"\"arm width\n", "Hit end of line in string reading the knee"},
+        {"\"\"", "Invalid scaling variable '' used for the knee."},
+        {"\"-1 \"", "Invalid scaling variable '-1 ' used for the knee."},
+        {"-1.5", "Invalid scaling variable '-1.5' used for the knee."},
+        {"HEIGHT", "Invalid scaling variable 'HEIGHT' used for the knee."},
+    };
+    for (const auto& [text, message] : cases) {
+        LmISStream input(text);
+        EXPECT_EQ(strict->readScaleVarId(input, "the knee"), 0) << text;
+        EXPECT_THAT(takeChain(), ElementsAre(error(message))) << text;
+    }
 }
 
 // --- Mappings ------------------------------------------------------------------------------------
@@ -212,6 +279,68 @@ TEST_F(ScaleDefContextTest, ReportsWhatIsWrongWithAMapping) {
         SCOPED_TRACE(text);
         EXPECT_THAT(chainOfMapping(text), ElementsAre(error(message)));
     }
+}
+
+TEST_F(ScaleDefContextTest, LeavesOfAMappingWhatWasReadUpToTheError) {
+    const struct {
+        const char* text;
+        std::int32_t id;
+        ScaleFloat constant;
+        std::vector<TermLine> terms;
+    } cases[] = {
+        // The number itself.
+        {"", 0, {}, {}},
+        {"girth", 0, {}, {}},
+        // The constant: the number stays.
+        {"-1", -1, {}, {}},
+        {"-3 *", -3, {}, {}},
+        {"-3 [m2 x] height 1 height 1", -3, {}, {}},
+        // The name of a term, the first one or a later one: nothing stays.
+        {"-2 0.5", 0, {}, {}},
+        {"-2 0.5 girth 1", 0, {}, {}},
+        {"-3 0.5 height 0.25 girth 1", 0, {}, {}},
+        {"-3 0.5 height 0.25", 0, {}, {}},
+        // A number in the place of a term's name: all that was read stays.
+        {"-2 0.5 0 1", -2, literal(0.5F), {}},
+        {"-3 [m2 + 1] height 0.25 -1 1", -3, {0, 1, 2}, {{1, literal(0.25F)}}},
+        // The factor of a term: that term is left out.
+        {"-2 0.5 height", -2, literal(0.5F), {}},
+        {"-2 0.5 height *", -2, literal(0.5F), {}},
+        {"-3 0.5 height 0.25 \"arm width\" [m0 1]", -3, literal(0.5F), {{1, literal(0.25F)}}},
+    };
+    for (const auto& [text, id, constant, terms] : cases) {
+        SCOPED_TRACE(text);
+        const ScaleMapping mapping = mappingOf(text);
+        EXPECT_EQ(takeChain().size(), 1U);
+        EXPECT_EQ(mapping.id, id);
+        EXPECT_EQ(mapping.constant, constant);
+        EXPECT_EQ(termsOf(mapping), terms);
+    }
+}
+
+TEST_F(ScaleDefContextTest, ReadsOfAMappingOnlyItsNumberWhenAnErrorStoodBefore) {
+    pushError("before");
+    const ScaleMapping mapping = mappingOf("-2 0.5 height 1");
+    EXPECT_EQ(takeChain(), StatusChain{error("before")});
+    EXPECT_EQ(mapping.id, 0);
+    EXPECT_EQ(mapping.constant, ScaleFloat());
+    EXPECT_EQ(behind, " 0.5 height 1");
+}
+
+TEST_F(ScaleDefContextTest, MayNameOneVariableInSeveralTermsOfAMapping) {
+    const ScaleMapping mapping = mappingOf("-4 0 height 1 height 2 5 [m1 0]");
+    EXPECT_THAT(takeChain(), IsEmpty());
+    EXPECT_EQ(mapping.id, -4);
+    EXPECT_THAT(termsOf(mapping),
+                ElementsAre(TermLine{1, literal(1)}, TermLine{1, literal(2)}, TermLine{3, {0, 0, 1}}));
+}
+
+TEST_F(ScaleDefContextTest, TakesNoNumberOfAVariableForATermThoughItIsAName) {
+    // "5" names the third variable; "3" names none.
+    EXPECT_THAT(termsOf(mappingOf("-2 0 5 1")), ElementsAre(TermLine{3, literal(1)}));
+    EXPECT_THAT(takeChain(), IsEmpty());
+    EXPECT_THAT(chainOfMapping("-2 0 3 1"),
+                ElementsAre(error("Invalid scaling variable '3' used for the knee.")));
 }
 
 } // namespace

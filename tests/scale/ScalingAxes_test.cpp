@@ -77,6 +77,15 @@ TEST(ScalingAxes, OfNearlyParallelVectorsExist) {
     EXPECT_EQ(axes.third, (LmVec3{0, 0, 1}));
 }
 
+TEST(ScalingAxes, SecondAxisIsTheProductOfTheOthersAsItComes) {
+    // Nothing normalises it again: each bit is that of the cross product.
+    for (const LmVec3& second :
+         {LmVec3{0.3F, 0.1F, -7}, LmVec3{1, 1.001F, 0.999F}, LmVec3{-2, 0.5F, 0.25F}}) {
+        const ScalingAxes axes = axesOf({1, 1, 1}, second);
+        EXPECT_EQ(axes.second, cross(axes.third, axes.first));
+    }
+}
+
 TEST(ScalingAxes, OnlyALengthOfExactlyZeroIsWithoutDirection) {
     EXPECT_TRUE(isWithoutDirection({0, 0, 0}));
     EXPECT_TRUE(isWithoutDirection({-0.0F, 0, 0}));

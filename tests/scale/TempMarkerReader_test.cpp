@@ -1,5 +1,6 @@
 #include "quillon/scale/TempMarkerReader.h"
 
+#include "tests/scale/ScaleDefFile.h"
 #include "tests/scale/ScaleSections.h"
 
 #include <gmock/gmock.h>
@@ -186,6 +187,24 @@ TEST_F(TempMarkerReader, ErrorThatStoodBeforeStopsTheFirstRow) {
     EXPECT_FALSE(read("3 1 2 3 thigh 1\n"));
     EXPECT_EQ(takeChain(), StatusChain{error("before")});
     EXPECT_THAT(lines(), ElementsAre("3 at 0 0 0 of '' on '' weight 0"));
+}
+
+/// The same section as the last item of a file.
+class TempsOfAFile : public test::ScaleDefFile {};
+
+TEST_F(TempsOfAFile, AreGoneBehindASectionWithoutRows) {
+    for (const char* const noRows : {"TEMPS {\n}\n", "TEMPS:\n", "TEMPS {\n# none\n}\n"}) {
+        ASSERT_TRUE(readItems(test::ScaleDefText{.temps = "TEMPS {\n3 0 0 0 thigh 1\n}\n"}.items()));
+        ASSERT_EQ(definition.temps.count(), 1);
+        EXPECT_TRUE(readItems(test::ScaleDefText{.temps = noRows}.items())) << noRows;
+        EXPECT_EQ(definition.temps.count(), 0) << noRows;
+    }
+    EXPECT_THAT(takeChain(), IsEmpty());
+}
+
+TEST_F(TempsOfAFile, ReportTheirErrorsWithNothingOnTop) {
+    EXPECT_THAT(chainOfText({.temps = "TEMPS {\n3 * 0 0 thigh 1\n}\n"}),
+                ElementsAre(error("Cannot specify an infinite value for temp position x.")));
 }
 
 } // namespace
