@@ -16,10 +16,16 @@ namespace {
 /// The weight of a temp as a real marker. Deliberately not the temp's own, which is for the scaling alone.
 constexpr float installedWeight = 2.0F;
 
-/// The id of the last real marker, 0 when there is none.
+/// The id of the last real marker, 0 when there is none. The last slots may be empty: those of the markers
+/// that went with their body.
 std::int32_t lastRealId(const LqProblemDefData& problemDef) {
     const LmDArray<LqPDDRealMarker*>& markers = problemDef.realMarkers;
-    return markers.count() == 0 ? 0 : markers[markers.count() - 1]->id;
+    for (int i = markers.count() - 1; i >= 0; --i) {
+        if (markers[i] != nullptr) {
+            return markers[i]->id;
+        }
+    }
+    return 0;
 }
 
 /// New ids that leave room for the temps behind the first `realCount` markers, of which the last one that

@@ -8,7 +8,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace quillon {
@@ -223,6 +225,162 @@ TEST_F(InstallTemps, StopsAtAReferenceThatCannotBeEvaluated) {
                                   "the measured data.")));
     EXPECT_THAT(idsOf(problemDef.realMarkers), ElementsAre(1, 2));
     EXPECT_THAT(placesOf(model.realMarkers), ElementsAre("1:10,20,30"));
+}
+
+TEST_F(InstallTemps, StopsAtTheFirstCoordinateThatCannotBeEvaluated) {
+    measured.append(3);
+    const struct {
+        std::array<ScaleFloat, 3> position;
+        int id;
+    } cases[] = {
+        {{ScaleFloat{0, 0, 5}, ScaleFloat{0, 0, 6}, ScaleFloat{0, 0, 7}}, 5},
+        {{ScaleFloat{0, 0, 1}, ScaleFloat{2, 0, 6}, ScaleFloat{0, 0, 7}}, 6},
+        {{literal(0), ScaleFloat{0, 4, 1}, ScaleFloat{0, 0, 7}}, 7},
+    };
+    for (const auto& [position, id] : cases) {
+        definition.temps = {};
+        addTemp(1, "thigh", "thigh", literal(10));
+        definition.temps[0].position = position;
+        addTemp(2, "thigh", "thigh", literal(10));
+        install();
+        EXPECT_THAT(takeChain(), ElementsAre(error("Invalid measured id " + std::to_string(id) +
+                                                   ".  There are only 1 measured constants in the measured "
+                                                   "data.")));
+        EXPECT_THAT(idsOf(problemDef.realMarkers), ElementsAre(1)) << "the marker is there before its place";
+        EXPECT_THAT(placesOf(model.realMarkers), IsEmpty());
+        problemDef.removeLastRealMarker();
+    }
+}
+
+TEST_F(InstallTemps, StopsAtAReferenceWithoutMeasuredDataAndKeepsWhatItChanged) {
+    addReals(3);
+    addOthers(4);
+    definition.realCount = 2;
+    addTemp(3, "thigh", "thigh", literal(10));
+    addTemp(4, "thigh", "thigh", {0, 0, 1});
+    definition.installTemps(problemDef, model, nullptr);
+    EXPECT_THAT(takeChain(), ElementsAre(error("No measured data has been specified, but the scaling "
+                                               "definition references measured constants.")));
+    EXPECT_THAT(idsOf(problemDef.realMarkers), ElementsAre(1, 2, 3, 4));
+    EXPECT_THAT(placesOf(model.realMarkers), ElementsAre("1:1,1,1", "2:2,2,2", "3:10,20,30"));
+    EXPECT_THAT(idsOf(problemDef.fixMarkers), ElementsAre(7));
+    EXPECT_THAT(placesOf(model.fixMarkers), ElementsAre("7:5,5,5"));
+}
+
+TEST_F(InstallTemps, MovesIdsDownWhenTheRealCountLiesBelowTheLastRealMarker) {
+    // No real marker is left to drop, so that the ids behind them move by the count, which is negative, and
+    // the temps.
+    addOthers(4);
+    definition.realCount = -3;
+    addTemp(9, "thigh", "thigh", literal(10));
+    install();
+    EXPECT_THAT(takeChain(), IsEmpty());
+    EXPECT_THAT(idsOf(problemDef.realMarkers), ElementsAre(9));
+    EXPECT_THAT(idsOf(problemDef.globalDirectionMarkers), ElementsAre(2));
+    EXPECT_THAT(idsOf(problemDef.fixMarkers), ElementsAre(3));
+    EXPECT_THAT(idsOf(problemDef.doubleMarkers), ElementsAre(4));
+    EXPECT_THAT(idsOf(problemDef.artificialMarkers), ElementsAre(5));
+    EXPECT_EQ(problemDef.artificialMarkers[0]->otherId, 6);
+    EXPECT_THAT(placesOf(model.globalDirectionMarkers), ElementsAre("2:4,4,4"));
+    EXPECT_THAT(placesOf(model.fixMarkers), ElementsAre("3:5,5,5"));
+    EXPECT_THAT(placesOf(model.doubleMarkers), ElementsAre("4:6,6,6"));
+    EXPECT_THAT(placesOf(model.artificialMarkers), ElementsAre("5:7,7,7", "6:8,8,8"));
+}
+
+TEST_F(InstallTemps, SortsEachListOfTheModelByItsNewIds) {
+    for (const int id : {2, 1}) {
+        model.realMarkers.append(place(id));
+        model.globalDirectionMarkers.append(place(2 + id));
+        model.fixMarkers.append(place(4 + id));
+        model.doubleMarkers.append(place(6 + id));
+        model.artificialMarkers.append(place(8 + id));
+    }
+    for (int id = 1; id <= 2; ++id) {
+        problemDef.addRealMarker(LqPDDRealMarker(id, 1, 1, "pelvis"));
+    }
+    problemDef.addArtificialMarker(LqPDDArtificialMarker(10, 9, 1, "pelvis", "thigh"));
+    definition.realCount = 2;
+    addTemp(3, "thigh", "thigh", literal(10));
+    install();
+    EXPECT_THAT(placesOf(model.realMarkers), ElementsAre("1:1,1,1", "2:2,2,2", "3:10,20,30"));
+    EXPECT_THAT(placesOf(model.globalDirectionMarkers), ElementsAre("4:3,3,3", "5:4,4,4"));
+    EXPECT_THAT(placesOf(model.fixMarkers), ElementsAre("6:5,5,5", "7:6,6,6"));
+    EXPECT_THAT(placesOf(model.doubleMarkers), ElementsAre("8:7,7,7", "9:8,8,8"));
+    EXPECT_THAT(placesOf(model.artificialMarkers), ElementsAre("10:9,9,9", "11:10,10,10"));
+    EXPECT_EQ(problemDef.artificialMarkers[0]->id, 11);
+    EXPECT_EQ(problemDef.artificialMarkers[0]->otherId, 10);
+}
+
+TEST_F(InstallTemps, DropsTheLastMarkerOfTheModelForEachRealMarkerWhateverItsId) {
+    addReals(2);
+    // The model has one marker more, which is what goes first.
+    model.realMarkers.append(place(7));
+    definition.realCount = 1;
+    install();
+    EXPECT_THAT(idsOf(problemDef.realMarkers), ElementsAre(1));
+    EXPECT_THAT(placesOf(model.realMarkers), ElementsAre("1:1,1,1", "2:2,2,2"));
+}
+
+TEST_F(InstallTemps, TakesTheIdOfTheMarkerThatIsThenLast) {
+    // Ids with gaps: 8 and 5 go, 2 stays, and what lay behind 2 moves by 4 - 2 and the temp.
+    for (const int id : {1, 2, 5, 8}) {
+        problemDef.addRealMarker(LqPDDRealMarker(id, 1, 1, "pelvis"));
+        model.realMarkers.append(place(id));
+    }
+    addOthers(9);
+    definition.realCount = 4;
+    addTemp(5, "thigh", "thigh", literal(10));
+    install();
+    EXPECT_THAT(idsOf(problemDef.realMarkers), ElementsAre(1, 2, 5));
+    EXPECT_THAT(placesOf(model.realMarkers), ElementsAre("1:1,1,1", "2:2,2,2", "5:10,20,30"));
+    EXPECT_THAT(idsOf(problemDef.globalDirectionMarkers), ElementsAre(12));
+    EXPECT_THAT(idsOf(problemDef.artificialMarkers), ElementsAre(15));
+}
+
+TEST_F(InstallTemps, DoesNotAskThatTheIdsOfTempsFollowTheRealMarkers) {
+    addReals(1);
+    definition.realCount = 1;
+    for (const int id : {9, 1, -4}) {
+        addTemp(id, "thigh", "thigh", literal(10));
+    }
+    EXPECT_FALSE(definition.tempsFollowReals());
+    install();
+    EXPECT_THAT(takeChain(), IsEmpty());
+    EXPECT_THAT(idsOf(problemDef.realMarkers), ElementsAre(1, 9, 1, -4));
+    EXPECT_THAT(placesOf(model.realMarkers),
+                ElementsAre("1:1,1,1", "9:10,20,30", "1:10,20,30", "-4:10,20,30"));
+}
+
+TEST_F(InstallTemps, TakesTheGlobalFrameForEitherBody) {
+    addTemp(1, referenceSystemName, "thigh", literal(10));
+    addTemp(2, "thigh", referenceSystemName, literal(10));
+    install();
+    // The thigh lies at 11 2 3 in the global frame.
+    EXPECT_THAT(placesOf(model.realMarkers), ElementsAre("1:21,22,33", "2:-1,18,27"));
+}
+
+TEST_F(InstallTemps, PassesOverTheSlotsOfMarkersThatWentWithTheirBody) {
+    problemDef.addBody("hat", "pelvis", 4);
+    for (const auto& [id, body] : {std::pair(1, "pelvis"), std::pair(2, "thigh"), std::pair(3, "hat")}) {
+        problemDef.addRealMarker(LqPDDRealMarker(id, 1, 1, body));
+        model.realMarkers.append(place(id));
+    }
+    problemDef.removeBody("hat");
+    model.removeLastRealMarker();
+    definition.realCount = 1;
+    addTemp(2, "thigh", "thigh", literal(10));
+    install();
+    EXPECT_THAT(idsOf(problemDef.realMarkers), ElementsAre(1, 2));
+    EXPECT_THAT(placesOf(model.realMarkers), ElementsAre("1:1,1,1", "2:10,20,30"));
+}
+
+TEST_F(InstallTemps, LeavesTheDefinitionAsItIs) {
+    addReals(3);
+    definition.realCount = 1;
+    addTemp(2, "thigh", "shank", literal(10));
+    const LqScaleDefData before = definition;
+    install();
+    EXPECT_TRUE(definition == before);
 }
 
 TEST_F(InstallTemps, NeedsNoMeasuredDataWithoutReferences) {
