@@ -12,7 +12,7 @@ namespace quillon::scaleDef {
 ScaleDefContext::ScaleDefContext(LqScaleDefData& target, const LqProblemDefData& problem, bool lenientReading)
     : problemDef(problem), definition(target), lenient(lenientReading), poses(target.poses),
       bodyParams(target.bodyParams), positionConstraints(target.positionConstraints),
-      sysVarGuideOverrides(target.sysVarGuideOverrides), scaleVars(target.scaleVars) {
+      sysVarGuideOverrides(target.sysVarGuideOverrides), scaleVars(target.scaleVars), sysVarNames(problem) {
     for (const LqPDDBodyMap* body : problem.bodies) {
         if (body != nullptr) {
             bodyNames.insert(body->name.view());
@@ -21,7 +21,6 @@ ScaleDefContext::ScaleDefContext(LqScaleDefData& target, const LqProblemDefData&
     for (const LqPDDSysVar* sysVar : problem.sysVars) {
         if (sysVar != nullptr) {
             sysVarIds.emplace(sysVar->description.view(), sysVar->id);
-            sysVarNames.emplace(sysVar->id, sysVar->description.view());
         }
     }
     std::int32_t id = 0;
@@ -38,8 +37,7 @@ bool ScaleDefContext::hasBody(const LmStr& name) const {
 }
 
 LmStr ScaleDefContext::sysVarName(std::int32_t id) const {
-    const auto found = sysVarNames.find(id);
-    return found == sysVarNames.end() ? LmStr("") : LmStr(found->second);
+    return LmStr(sysVarNames.nameOf(id));
 }
 
 std::int32_t ScaleDefContext::readSysVarId(std::istream& input, const char* what) const {

@@ -4,6 +4,7 @@
 #include "quillon/scale/ArrayAppender.h"
 #include "quillon/scale/GuideOverrideFiller.h"
 #include "quillon/scale/LqScaleDefData.h"
+#include "quillon/scale/SysVarNames.h"
 
 #include <cstdint>
 #include <iosfwd>
@@ -76,7 +77,7 @@ private:
     // Views of the names in the problem definition.
     std::unordered_set<std::string_view> bodyNames;
     std::unordered_map<std::string_view, std::int32_t> sysVarIds;
-    std::unordered_map<std::int32_t, std::string_view> sysVarNames;
+    SysVarNames sysVarNames;
 };
 
 } // namespace scaleDef

@@ -37,4 +37,8 @@ inline constexpr const char* mappingKey = "MAPPING";
 /// Stands for the global frame in the place of a body.
 inline constexpr const char* globalName = "GLOBAL";
 
+// A temporary marker.
+/// Stands between the relative and the attached body.
+inline constexpr char bodySeparator = '/';
+
 } // namespace quillon::scaleDefFormat

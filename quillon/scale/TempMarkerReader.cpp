@@ -3,6 +3,7 @@
 #include "quillon/core/LmSStream.h"
 #include "quillon/core/LmStatus.h"
 #include "quillon/scale/ScaleDefContext.h"
+#include "quillon/scale/ScaleDefFormat.h"
 #include "quillon/scale/ScaleTokens.h"
 
 #include <array>
@@ -13,8 +14,6 @@
 namespace quillon::scaleDef {
 
 namespace {
-
-constexpr char bodySeparator = '/';
 
 /// Reads the rows of a TEMPS block. Each step returns false when an error stands.
 class TempMarkerReader {
@@ -81,7 +80,7 @@ bool TempMarkerReader::readBodies(TempData_t& temp) {
     temp.relativeBody = bodies;
     temp.attachedBody = bodies;
     int separator = 0;
-    if (bodies.find(bodySeparator, &separator)) {
+    if (bodies.find(scaleDefFormat::bodySeparator, &separator)) {
         temp.relativeBody = bodies.left(separator);
         temp.attachedBody = bodies.skip(separator + 1);
     }

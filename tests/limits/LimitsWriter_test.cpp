@@ -5,6 +5,7 @@
 #include "tests/support/CommaLocale.h"
 #include "tests/support/EnvironmentValue.h"
 #include "tests/support/FlushMarks.h"
+#include "tests/support/LimitedBuffer.h"
 #include "tests/support/NoFreeDescriptors.h"
 #include "tests/support/ScratchDirectory.h"
 #include "tests/support/StatusChain.h"
@@ -13,7 +14,6 @@
 #include <gtest/gtest.h>
 
 #include <sstream>
-#include <streambuf>
 
 namespace quillon {
 namespace {
@@ -31,20 +31,6 @@ std::string written(const LqLimitsData& limits) {
     writeTaggedLimits(limits, output);
     return output.str();
 }
-
-/// A stream buffer that takes so many characters and then fails.
-class LimitedBuffer : public std::streambuf {
-public:
-    explicit LimitedBuffer(int characters) : left(characters) {}
-
-protected:
-    int_type overflow(int_type c) override {
-        return left-- > 0 ? traits_type::not_eof(c) : traits_type::eof();
-    }
-
-private:
-    int left;
-};
 
 class LimitsWriter : public testing::Test {
 protected:
@@ -251,12 +237,12 @@ TEST_F(LimitsWriter, AFileDoesNotFollowTheGlobalLocale) {
 }
 
 TEST_F(LimitsWriter, ReportsAHeaderThatCannotBeWritten) {
-    LimitedBuffer noRoom(0);
+    test::LimitedBuffer noRoom(0);
     std::ostream output(&noRoom);
     writeTaggedLimits(LqLimitsData(), output);
     EXPECT_EQ(takeChain(),
               (StatusChain{error("Unable to write header info."), error("Unable to write data file id.")}));
-    LimitedBuffer roomForTheId(32);
+    test::LimitedBuffer roomForTheId(32);
     std::ostream cutOutput(&roomForTheId);
     writeTaggedLimits(LqLimitsData(), cutOutput);
     EXPECT_EQ(takeChain(), (StatusChain{error("Unable to write header info."),
