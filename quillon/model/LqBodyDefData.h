@@ -12,6 +12,7 @@
 
 namespace quillon {
 
+class DefinedBodyIndex;
 class LqProblemDefData;
 
 /// The geometry of one body.
@@ -125,6 +126,16 @@ public:
     void clearIncludes();
     /// Appends a text to the suffix of every include.
     void appendToIncludeSuffixes(const LmStr& suffix);
+    /// Reads the files that the includes name, with their own includes merged first, and puts their records
+    /// behind those of this model as `mergeModels` does, one include after the other. Bodies are looked up in
+    /// the definition with the include's own suffix, at any depth.
+    ///
+    /// The includes and the global direction markers are gone afterwards, `cameraCount` and `strictMatch` are
+    /// those of a new model, `problemDef` stays. When a file cannot be read, or includes itself, reports on
+    /// the current status, gives false and leaves everything as it was.
+    bool mergeModelIncludes(const LqProblemDefData& definition);
+    /// The same with an index of the definition's bodies.
+    bool mergeModelIncludes(const DefinedBodyIndex& definedBodies);
 
     const LqProblemDefData* problemDef = nullptr; ///< the definition that checks look at, not owned
     std::int32_t cameraCount = 0;                 ///< number of cameras in the file

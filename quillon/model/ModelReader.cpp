@@ -6,15 +6,16 @@
 #include "quillon/core/LmStatus.h"
 #include "quillon/core/StreamExtraction.h"
 #include "quillon/files/FileAccess.h"
+#include "quillon/files/FilesBeingRead.h"
 #include "quillon/files/LmIFStream.h"
+#include "quillon/model/DefinedBodyIndex.h"
 #include "quillon/model/ModelFormat.h"
+#include "quillon/model/ModelIncludes.h"
 #include "quillon/problem/LqPDDBodyMap.h"
-#include "quillon/problem/LqProblemDefData.h"
 
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 
 namespace quillon {
 
@@ -26,15 +27,16 @@ namespace format = modelFormat;
 enum class Ending {
     Complete,
     Unreadable, // a number or a name could not be read: nothing of the model is kept
-    Refused,    // a body does not fit the definition: the bodies in front of it stay
+    Refused,    // a body does not fit the definition, or an include cannot be read: all in front of it stays
     Canceled    // by the user; the records read so far stay, and the error is hidden below a warning
 };
 
 /// Reads what stands behind the header into a model without records.
 class ModelSectionsReader {
 public:
-    ModelSectionsReader(LqBodyDefData& emptyModel, std::istream& stream, const LqProblemDefData& definition,
-                        const LmStr& suffix);
+    ModelSectionsReader(LqBodyDefData& emptyModel, std::istream& stream, const DefinedBodyIndex& bodyIndex,
+                        const LmStr& suffix)
+        : model(emptyModel), input(stream), bodyNameSuffix(suffix.view()), definedBodies(bodyIndex) {}
 
     Ending read();
 
@@ -54,19 +56,8 @@ private:
     LqBodyDefData& model;
     std::istream& input;
     const std::string_view bodyNameSuffix;
-    std::unordered_map<std::string_view, const LqPDDBodyMap*> definedBodies;
+    const DefinedBodyIndex& definedBodies;
 };
-
-ModelSectionsReader::ModelSectionsReader(LqBodyDefData& emptyModel, std::istream& stream,
-                                         const LqProblemDefData& definition, const LmStr& suffix)
-    : model(emptyModel), input(stream), bodyNameSuffix(suffix.view()) {
-    definedBodies.reserve(static_cast<std::size_t>(definition.bodies.count()));
-    for (const LqPDDBodyMap* body : definition.bodies) {
-        if (body != nullptr) {
-            definedBodies.try_emplace(body->name.view(), body);
-        }
-    }
-}
 
 Ending ModelSectionsReader::read() {
     Ending ending = readBodies();
@@ -75,6 +66,9 @@ Ending ModelSectionsReader::read() {
             break;
         }
         ending = readMarkers(section);
+    }
+    if (ending == Ending::Complete && !readModelIncludes(model, input)) {
+        ending = Ending::Refused;
     }
     return ending;
 }
@@ -142,13 +136,12 @@ bool ModelSectionsReader::readTransform(LqBDBody& body) {
 const LqPDDBodyMap* ModelSectionsReader::definedBody(const LmStr& name) {
     std::string fullName(name.view());
     fullName += bodyNameSuffix;
-    const auto found = definedBodies.find(fullName);
-    if (found == definedBodies.end()) {
+    const LqPDDBodyMap* const found = definedBodies.find(fullName);
+    if (found == nullptr) {
         pushError("The base matrix for body '" + LmStr(fullName.c_str()) +
                   "' is given, but there is no such body in the problem definition.");
-        return nullptr;
     }
-    return found->second;
+    return found;
 }
 
 Ending ModelSectionsReader::readVectors(LqBDBody& body, const LqPDDBodyMap& defined) {
@@ -239,9 +232,38 @@ void ModelSectionsReader::skipCameraLines() {
     }
 }
 
-/// The place where included models join the bodies and markers; today the INCLUDE sections are not read.
-void mergeIncludes([[maybe_unused]] LqBodyDefData& target,
-                   [[maybe_unused]] const LqProblemDefData& problemDef) {}
+bool readSections(LqBodyDefData& target, std::istream& input, const DefinedBodyIndex& definedBodies,
+                  const LmStr& suffix) {
+    target.clear();
+    if (!readModelHeader(input)) {
+        pushError("Not a valid " + modelFileId + ".");
+        return false;
+    }
+    const Ending ending = ModelSectionsReader(target, input, definedBodies, suffix).read();
+    if (ending == Ending::Unreadable) {
+        target.clear();
+    }
+    return ending == Ending::Complete && !errorStands();
+}
+
+enum class FileReading { NotOpened, Failed, Whole };
+
+FileReading readSectionsOfFile(LqBodyDefData& target, const LmStr& path,
+                               const DefinedBodyIndex& definedBodies, const LmStr& suffix) {
+    if (!checkFileReadable(path)) {
+        return FileReading::NotOpened;
+    }
+    LmIFStream input(path);
+    if (!input.is_open()) {
+        pushErrorf("Unable to open model file '%s'.", path.c_str());
+        return FileReading::NotOpened;
+    }
+    if (!readSections(target, input, definedBodies, suffix)) {
+        pushErrorf("Unable to read '%s'.", path.c_str());
+        return FileReading::Failed;
+    }
+    return FileReading::Whole;
+}
 
 } // namespace
 
@@ -259,30 +281,31 @@ bool readModelFile(LqBodyDefData& target, const LmStr& path, bool withIncludes) 
 
 bool readModelFileWithSuffix(LqBodyDefData& target, const LmStr& path, const LqProblemDefData& problemDef,
                              const LmStr& suffix, bool withIncludes) {
-    if (!checkFileReadable(path)) {
+    return readModelFileWithSuffix(target, path, DefinedBodyIndex(problemDef), suffix, withIncludes);
+}
+
+bool readModelFileWithSuffix(LqBodyDefData& target, const LmStr& path, const DefinedBodyIndex& definedBodies,
+                             const LmStr& suffix, bool withIncludes) {
+    // Files may include each other to any depth, so none stays open while those below it are read.
+    const FileReading reading = readSectionsOfFile(target, path, definedBodies, suffix);
+    if (reading == FileReading::NotOpened) {
         return false;
     }
-    LmIFStream input(path);
-    if (!input.is_open()) {
-        pushErrorf("Unable to open model file '%s'.", path.c_str());
-        return false;
-    }
-    const bool whole = readModelSections(target, input, problemDef, suffix);
-    if (!whole) {
-        pushErrorf("Unable to read '%s'.", path.c_str());
+    const bool whole = reading == FileReading::Whole;
+    if (!withIncludes || target.includes.count() == 0) {
+        return whole;
     }
     // Deliberately also after a failure, when only what was read can be merged.
-    if (withIncludes) {
-        mergeIncludes(target, problemDef);
-    }
-    return whole;
+    const FileBeingRead mark(path);
+    return target.mergeModelIncludes(definedBodies) && whole;
 }
 
 bool readModelStream(LqBodyDefData& target, std::istream& input, const LqProblemDefData& problemDef,
                      bool withIncludes) {
-    const bool whole = readModelSections(target, input, problemDef, "");
+    const DefinedBodyIndex definedBodies(problemDef);
+    bool whole = readSections(target, input, definedBodies, "");
     if (withIncludes) {
-        mergeIncludes(target, problemDef);
+        whole = target.mergeModelIncludes(definedBodies) && whole;
     }
     // A model that was not read whole is short of bodies anyway, and a warning on that would hide the error.
     if (whole && !errorStands()) {
@@ -293,16 +316,7 @@ bool readModelStream(LqBodyDefData& target, std::istream& input, const LqProblem
 
 bool readModelSections(LqBodyDefData& target, std::istream& input, const LqProblemDefData& problemDef,
                        const LmStr& suffix) {
-    target.clear();
-    if (!readModelHeader(input)) {
-        pushError("Not a valid " + modelFileId + ".");
-        return false;
-    }
-    const Ending ending = ModelSectionsReader(target, input, problemDef, suffix).read();
-    if (ending == Ending::Unreadable) {
-        target.clear();
-    }
-    return ending == Ending::Complete && !errorStands();
+    return readSections(target, input, DefinedBodyIndex(problemDef), suffix);
 }
 
 bool readModelHeader(std::istream& input) {

@@ -6,6 +6,7 @@
 #include "quillon/files/FileAccess.h"
 #include "quillon/files/LmOFStream.h"
 #include "quillon/model/ModelFormat.h"
+#include "quillon/model/ModelIncludes.h"
 #include "quillon/problem/LqPDDBodyMap.h"
 #include "quillon/problem/LqProblemDefData.h"
 
@@ -145,6 +146,7 @@ void writeModelStream(const LqBodyDefData& model, std::ostream& output, const Lq
     for (const format::MarkerSection& section : format::markerSections) {
         writeMarkers(output, model, section);
     }
+    writeModelIncludes(model, output);
 }
 
 } // namespace quillon

@@ -166,6 +166,11 @@ public:
     void clearIncludes();
     /// Appends the text to the `bodyNameSuffix` of every include.
     void appendToIncludeSuffixes(const LmStr& text);
+    /// Reads the files that the includes name, with their own includes merged first, and puts their records
+    /// behind those of this definition as `mergeDefinitions` does, one include after the other. The includes
+    /// and the global direction markers are gone afterwards. When a file cannot be read, or includes itself,
+    /// reports on the current status, gives false and leaves everything as it was.
+    bool mergeIncludes();
 
     // --- Renumbering: an id that a table does not cover stays as it is ---------------------------
 

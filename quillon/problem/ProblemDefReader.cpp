@@ -5,10 +5,12 @@
 #include "quillon/core/DataHeader.h"
 #include "quillon/core/LmStatus.h"
 #include "quillon/core/StreamExtraction.h"
+#include "quillon/files/FilesBeingRead.h"
 #include "quillon/files/LmCompIFStream.h"
 #include "quillon/problem/LqProblemDefData.h"
 #include "quillon/problem/MappingText.h"
 #include "quillon/problem/ProblemDefFormat.h"
+#include "quillon/problem/ProblemDefIncludes.h"
 
 #include <algorithm>
 #include <cstring>
@@ -473,10 +475,20 @@ bool readMarkers(LqProblemDefData& target, std::istream& input) {
 
 namespace {
 
-/// The INCLUDE sections and their merging, which is asked for by `withIncludes`, join here.
-bool finishWithIncludes([[maybe_unused]] LqProblemDefData& target, [[maybe_unused]] std::istream& input,
-                        [[maybe_unused]] bool withIncludes) {
-    return !errorStands();
+/// Reads all sections and merges nothing.
+bool readSections(LqProblemDefData& target, std::istream& input) {
+    target.clear();
+    return readProblemDefHeader(input) && readSysVars(target, input) && readBodies(target, input) &&
+           readMarkers(target, input) && readIncludes(target, input);
+}
+
+/// Merges the includes of a definition that was read from this file.
+bool mergeIncludesOf(LqProblemDefData& target, const LmStr& path) {
+    if (target.includes.count() == 0) {
+        return true;
+    }
+    const FileBeingRead reading(path);
+    return target.mergeIncludes();
 }
 
 } // namespace
@@ -487,22 +499,35 @@ bool readProblemDefHeader(std::istream& input) {
 }
 
 bool readProblemDefStream(LqProblemDefData& target, std::istream& input, bool withIncludes) {
-    target.clear();
-    return readProblemDefHeader(input) && readSysVars(target, input) && readBodies(target, input) &&
-           readMarkers(target, input) && finishWithIncludes(target, input, withIncludes);
+    return readSections(target, input) && (!withIncludes || target.mergeIncludes());
 }
 
-bool readProblemDefFile(LqProblemDefData& target, const LmStr& path, bool withIncludes) {
+namespace {
+
+enum class FileReading { NotOpened, Failed, Whole };
+
+FileReading readSectionsOfFile(LqProblemDefData& target, const LmStr& path) {
     LmCompIFStream input;
     input.open(path);
     if (errorStands()) {
-        return false;
+        return FileReading::NotOpened;
     }
     if (!input.good()) {
         pushErrorf("Unable to open '%s'.", path.c_str());
+        return FileReading::NotOpened;
+    }
+    return readSections(target, input) ? FileReading::Whole : FileReading::Failed;
+}
+
+} // namespace
+
+bool readProblemDefFile(LqProblemDefData& target, const LmStr& path, bool withIncludes) {
+    // Files may include each other to any depth, so none stays open while those below it are read.
+    const FileReading reading = readSectionsOfFile(target, path);
+    if (reading == FileReading::NotOpened) {
         return false;
     }
-    if (!readProblemDefStream(target, input, withIncludes)) {
+    if (reading == FileReading::Failed || (withIncludes && !mergeIncludesOf(target, path))) {
         pushErrorf("Unable to read '%s'.", path.c_str());
         return false;
     }

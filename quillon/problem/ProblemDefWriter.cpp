@@ -8,6 +8,7 @@
 #include "quillon/problem/LqProblemDefData.h"
 #include "quillon/problem/MappingText.h"
 #include "quillon/problem/ProblemDefFormat.h"
+#include "quillon/problem/ProblemDefIncludes.h"
 
 #include <locale>
 #include <ostream>
@@ -227,6 +228,7 @@ void writeProblemDefSections(const LqProblemDefData& source, std::ostream& outpu
     writeFixMarkers(source, output);
     writeDoubleMarkers(source, output);
     writeArtificialMarkers(source, output);
+    writeIncludes(source, output);
 }
 
 void writeProblemDefStream(const LqProblemDefData& source, std::ostream& output) {
