@@ -244,6 +244,16 @@ TEST(LqBodyDefData, ComparesItsCountsWithThoseOfADefinition) {
     EXPECT_EQ(model.compareMarkerCount(), 1);
 }
 
+TEST(LqBodyDefData, GlobalDirectionMarkersCountInADefinitionAlone) {
+    LqProblemDefData definition;
+    definition.addGlobalDirectionMarker(LqPDDGlobalDirectionMarker());
+    LqBodyDefData model;
+    model.addGlobalDirectionMarker(marker(1));
+    EXPECT_EQ(model.compareMarkerCount(definition), -1);
+    model.addRealMarker(marker(1));
+    EXPECT_EQ(model.compareMarkerCount(definition), 0);
+}
+
 TEST(LqBodyDefData, ComparingWithNoDefinitionEndsTheProcess) {
     EXPECT_EQ(support::runFunction([] { LqBodyDefData().compareBodyCount(); }).outcome, "SIGSEGV");
     EXPECT_EQ(support::runFunction([] { LqBodyDefData().compareMarkerCount(); }).outcome, "SIGSEGV");
@@ -379,6 +389,13 @@ TEST(LqBodyDefData, InsertingARealMarkerMovesAllIdsBehindItUp) {
     }
 }
 
+TEST(LqBodyDefData, InsertsACopyOfAMarkerOfItsOwn) {
+    LqBodyDefData model;
+    appendTo(model.realMarkers, {1, 2});
+    model.insertRealMarker(*model.realMarkers[0]);
+    EXPECT_THAT(idsOf(model.realMarkers), ElementsAre(1, 2, 3));
+}
+
 TEST(LqBodyDefData, RemovesRealMarkers) {
     LqBodyDefData model;
     appendTo(model.realMarkers, {1, 2, 3, 2});
@@ -448,6 +465,27 @@ TEST(LqBodyDefData, AnIdTableRenumbersAndSortsEveryMarkerArray) {
     fill(model);
     model.applyMarkerIdTable(arrayOf<int>({70, 60, 50, 40, 30, 20, 10}));
     EXPECT_EQ(allIdsOf(model), (std::vector<std::vector<int>>{{60, 70}, {50}, {40}, {30}, {10, 20}}));
+}
+
+TEST(LqBodyDefData, TheTableOfADefinitionTakesItsModelAlong) {
+    LqProblemDefData definition;
+    for (const int id : {9, 4}) {
+        definition.addRealMarker(LqPDDRealMarker(id, 0, 1.0F, "A"));
+    }
+    definition.addGlobalDirectionMarker(LqPDDGlobalDirectionMarker(20, 1.0F, "A"));
+    definition.fixMarkers.append(new LqPDDFixMarker(2, 1.0F, "A"));
+    definition.addArtificialMarker(LqPDDArtificialMarker(7, 3, 1.0F, "A", "A"));
+    LqBodyDefData model;
+    for (const int id : {4, 9}) {
+        model.addRealMarker(marker(id, static_cast<float>(id)));
+    }
+    model.fixMarkers.append(new LqBDMarker(marker(2, 2)));
+    model.addArtificialPair(marker(3, 3), marker(7, 7));
+    model.applyMarkerIdTable(definition.compactMarkerIds());
+    EXPECT_EQ(definition.artificialMarkers[0]->id, 5);
+    EXPECT_EQ(definition.artificialMarkers[0]->otherId, 6);
+    EXPECT_THAT(linesOf(model), ElementsAre("cameras 0", "real 1: 9 0 0", "real 2: 4 0 0", "fix 4: 2 0 0",
+                                            "artificial 5: 7 0 0", "artificial 6: 3 0 0"));
 }
 
 TEST(LqBodyDefData, IdsThatTheTableDoesNotReachStay) {

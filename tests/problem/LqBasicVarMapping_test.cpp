@@ -45,6 +45,23 @@ TEST(LqBasicVarMapping, RemovingTheLastTermLeavesAConstant) {
     EXPECT_EQ(mapping.terms.count(), 0);
 }
 
+TEST(LqBasicVarMapping, RemovingTermsMakesAConstantOfEveryMappingWithoutAny) {
+    for (const int form : {0, 4, -1}) {
+        LqBasicVarMapping<float> mapping(form);
+        mapping.constant = 0.5F;
+        EXPECT_EQ(mapping.removeTerms({4}), 0) << form;
+        EXPECT_EQ(mapping.id, -1) << form;
+        EXPECT_EQ(mapping.constant, 0.5F) << form;
+    }
+}
+
+TEST(LqBasicVarMapping, RemovingNoTermsSetsTheIdToMatchTheirNumber) {
+    LqBasicVarMapping<float> mapping = combination(0.25F, {{1, 1.0F}, {2, 2.0F}});
+    mapping.id = -9;
+    EXPECT_EQ(mapping.removeTerms({}), 0);
+    EXPECT_EQ(mapping.id, -3);
+}
+
 TEST(LqBasicVarMapping, CopiesItsTerms) {
     const LqBasicVarMapping<float> source = combination(1.0F, {{1, 1.0F}, {2, 2.0F}});
     LqBasicVarMapping<float> copy(source);

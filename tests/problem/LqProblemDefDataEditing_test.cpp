@@ -81,6 +81,26 @@ TEST(LqProblemDefDataEditing, RenamesByNamesThatAreItsOwnFields) {
     EXPECT_TRUE(data.realMarkers[0]->bodyName == "Prop");
 }
 
+TEST(LqProblemDefDataEditing, RenamesABodyThatIsItsOwnParentInBothPlaces) {
+    LqProblemDefData data;
+    data.addBody("Ball", "Ball", 1);
+    data.renameBody("Ball", "Globe");
+    EXPECT_TRUE(data.bodies[0]->name == "Globe");
+    EXPECT_TRUE(data.bodies[0]->parentName == "Globe");
+}
+
+TEST(LqProblemDefDataEditing, RenamesTheFirstBodyOfANameAndTheReferencesToBoth) {
+    LqProblemDefData data;
+    data.addBody("Ball", referenceSystemName, 1);
+    data.addBody("Ball", referenceSystemName, 2);
+    data.addBody("Spot", "Ball", 3);
+    data.addRealMarker(LqPDDRealMarker(1, 0, 1.0F, "Ball"));
+    data.renameBody("Ball", "Globe");
+    EXPECT_EQ(namesOf(data.bodies), (Names{"Globe", "Ball", "Spot"}));
+    EXPECT_TRUE(data.bodies[2]->parentName == "Globe");
+    EXPECT_TRUE(data.realMarkers[0]->bodyName == "Globe");
+}
+
 TEST(LqProblemDefDataEditing, RenamesNothingWithoutSuchABody) {
     LqProblemDefData data;
     fillFigure(data);
@@ -152,6 +172,22 @@ TEST(LqProblemDefDataEditing, RemovingTheLastBodyLeavesANullSlot) {
     EXPECT_EQ(data.bodies[4], nullptr);
     EXPECT_FALSE(data.hasBody("Head"));
     EXPECT_FALSE(data.hasRealMarker(5));
+}
+
+TEST(LqProblemDefDataEditing, RemovingAnUnknownBodyTakesNeitherItsMarkersNorItsChildrenButClosesGaps) {
+    LqProblemDefData data;
+    data.bodies.append(nullptr);
+    data.bodies.append(new LqPDDBodyMap("Arm", "Ghost"));
+    data.realMarkers.append(new LqPDDRealMarker(1, 0, 1.0F, "Ghost"));
+    data.artificialMarkers.append(nullptr);
+    data.artificialMarkers.append(new LqPDDArtificialMarker(2, 3, 1.0F, "Arm", "Ghost"));
+    data.removeBody("Ghost");
+    EXPECT_EQ(data.bodies.count(), 2);
+    EXPECT_TRUE(data.bodies[0]->name == "Arm");
+    EXPECT_EQ(data.bodies[1], data.bodies[0]);
+    EXPECT_EQ(idsOf(data.realMarkers), Ids{1});
+    EXPECT_EQ(data.artificialMarkers.count(), 2);
+    EXPECT_EQ(data.artificialMarkers[1], data.artificialMarkers[0]);
 }
 
 TEST(LqProblemDefDataEditing, RemovesBodyAfterBody) {
@@ -282,6 +318,13 @@ TEST(LqProblemDefDataEditing, InsertsARealMarkerAndRaisesWhatComesBehindIt) {
     }
 }
 
+TEST(LqProblemDefDataEditing, InsertsACopyOfAMarkerOfItsOwn) {
+    LqProblemDefData data;
+    fillMarkers(data);
+    data.insertRealMarker(*data.realMarkers[1]);
+    EXPECT_EQ(idsOf(data.realMarkers), (Ids{1, 2, 3, 5}));
+}
+
 TEST(LqProblemDefDataEditing, InsertsIntoADefinitionWithoutMarkers) {
     LqProblemDefData data;
     data.insertRealMarker(LqPDDRealMarker(3, 0, 1.0F, "Hips"));
@@ -304,6 +347,15 @@ TEST(LqProblemDefDataEditing, RemovesOneRealMarkerById) {
     data.removeRealMarker(6);
     EXPECT_EQ(idsOf(data.realMarkers), (Ids{1, 4}));
     EXPECT_EQ(idsOf(data.fixMarkers), Ids{6});
+}
+
+TEST(LqProblemDefDataEditing, RemovesTheFirstOfTwoRealMarkersOfOneId) {
+    LqProblemDefData data;
+    data.addRealMarker(LqPDDRealMarker(2, 0, 1.0F, "Hips"));
+    data.addRealMarker(LqPDDRealMarker(2, 0, 1.0F, "Hand"));
+    data.removeRealMarker(2);
+    ASSERT_EQ(idsOf(data.realMarkers), Ids{2});
+    EXPECT_TRUE(data.realMarkers[0]->bodyName == "Hand");
 }
 
 TEST(LqProblemDefDataEditing, RemovesTheLastRealMarkerWhileThereIsOne) {

@@ -110,6 +110,18 @@ TEST(LqProblemDefDataLookups, FindMarkersOfEachKindByTheirOwnId) {
     EXPECT_FALSE(data.hasDoubleMarker(9));
 }
 
+TEST(LqProblemDefDataLookups, FindTheFirstMarkerOfAnId) {
+    LqProblemDefData data;
+    for (const int id : {3, 5, 5}) {
+        data.addRealMarker(LqPDDRealMarker(id, 0, 1.0F, "Hips"));
+        data.addArtificialMarker(LqPDDArtificialMarker(id, 9, 1.0F, "Hips", "Hips"));
+    }
+    EXPECT_EQ(data.findRealMarker(5), data.realMarkers[1]);
+    EXPECT_EQ(data.realMarkerIndex(5), 1);
+    EXPECT_EQ(data.findArtificialMarker(5), data.artificialMarkers[1]);
+    EXPECT_EQ(data.artificialMarkerIndex(5), 1);
+}
+
 TEST(LqProblemDefDataSummaries, AreZeroForAnEmptyDefinition) {
     const LqProblemDefData data;
     EXPECT_TRUE(data.isEmpty());

@@ -41,6 +41,31 @@ TEST(LqProblemDefDataRenumbering, NumbersAllMarkersInOneRun) {
     EXPECT_EQ(pairIdsOf(data), (PairIds{{6, 7}}));
 }
 
+TEST(LqProblemDefDataRenumbering, GivesMarkersThatShareAnIdTheLastOfTheirNumbers) {
+    LqProblemDefData data;
+    for (const int id : {2, 2, 3}) {
+        data.addRealMarker(LqPDDRealMarker(id, 0, 1.0F, "Hips"));
+    }
+    data.addArtificialMarker(LqPDDArtificialMarker(5, 3, 1.0F, "Hips", "Hand"));
+    EXPECT_EQ(valuesOf(data.compactMarkerIds()), (Ids{0, 2, 5, 0, 4}));
+    EXPECT_EQ(idsOf(data.realMarkers), (Ids{2, 2, 5}));
+    EXPECT_EQ(pairIdsOf(data), (PairIds{{4, 5}}));
+}
+
+TEST(LqProblemDefDataRenumbering, TakesWhateverATableHolds) {
+    LqProblemDefData data;
+    data.addRealMarker(LqPDDRealMarker(1, 0, 1.0F, "Hips"));
+    data.addGlobalDirectionMarker(LqPDDGlobalDirectionMarker(2, 1.0F, "Hips"));
+    addFixMarker(data, LqPDDFixMarker(3, 1.0F, "Hips"));
+    addDoubleMarker(data, LqPDDDoubleMarker(2, 1, 1.0F, "Hips"));
+    data.applyMarkerIdTable(arrayOf(Ids{0, 7, -7}));
+    EXPECT_EQ(idsOf(data.realMarkers), Ids{0});
+    EXPECT_EQ(idsOf(data.globalDirectionMarkers), Ids{7});
+    EXPECT_EQ(idsOf(data.fixMarkers), Ids{-7});
+    EXPECT_EQ(idsOf(data.doubleMarkers), Ids{7});
+    EXPECT_EQ(data.doubleMarkers[0]->doubleId, 1);
+}
+
 TEST(LqProblemDefDataRenumbering, GivesIdsBelowOneNoNumber) {
     LqProblemDefData data;
     for (const int id : {-1, 5, 0, 3, std::numeric_limits<int>::min()}) {

@@ -110,6 +110,23 @@ TEST(MappingText, ReportsWhatItCannotRead) {
     }
 }
 
+TEST(MappingText, LeavesTheStreamBehindTheNumberThatItRefuses) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"13 # behind\nnext", " # behind\nnext"},
+        {"-3 1 4 0.5 13 0.25\nnext", " 0.25\nnext"},
+        {"-2 1 0 0.25\nnext", " 0.25\nnext"},
+    };
+    const CleanStatus clean;
+    for (const auto& [text, rest] : cases) {
+        std::istringstream input(text);
+        LqBasicVarMapping<float> mapping;
+        EXPECT_FALSE(readMapping(mapping, input, highestSysVar)) << text;
+        EXPECT_TRUE(input.good()) << text;
+        EXPECT_EQ(std::string(std::istreambuf_iterator<char>(input), {}), rest);
+        currentStatus().clear();
+    }
+}
+
 TEST(MappingText, WithoutVariablesAcceptsNoDirectMapping) {
     const CleanStatus clean;
     std::istringstream input("1\n");
@@ -189,6 +206,28 @@ TEST(MappingText, WritesRealsInTheFormatThatTheStreamHas) {
     std::ostringstream output;
     writeMapping(combination(5, {{2, 0.5F}}), output);
     EXPECT_EQ(output.str(), "  -2\n   5\n    2   0.5");
+}
+
+/// Keeps what has been written at each flush.
+class FlushedTexts : public std::stringbuf {
+public:
+    std::vector<std::string> texts;
+
+protected:
+    int sync() override {
+        texts.push_back(str());
+        return 0;
+    }
+};
+
+TEST(MappingText, EndsEachOfItsLinesWithAFlush) {
+    FlushedTexts flushed;
+    std::ostream output(&flushed);
+    writeMapping(LqBasicVarMapping<float>(7), output);
+    EXPECT_EQ(flushed.texts.size(), 0U);
+    writeMapping(combination(5, {{2, 0.5F}, {3, 4.0F}}), output);
+    EXPECT_EQ(flushed.texts.size(), 3U);
+    EXPECT_EQ(flushed.str(), "   7  -3\n   5\n    2   0.5\n    3   4");
 }
 
 TEST(MappingText, WritesWhatItReadsBack) {
