@@ -8,6 +8,7 @@
 
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <functional>
 #include <iostream>
 #include <sstream>
@@ -406,6 +407,15 @@ TEST(CurrentStatus, FinishingPutsTheSentenceOnAnErrorOnly) {
         EXPECT_EQ(result.err, each.err);
         EXPECT_EQ(result.out, each.out);
     }
+}
+
+TEST(CurrentStatus, IsDroppedAtTheEndOfTheProgramWithoutBeingPrinted) {
+    const ChildResult result = runFunction([] {
+        pushErrorf("left");
+        std::exit(0);
+    });
+    EXPECT_EQ(result.outcome, "0");
+    EXPECT_EQ(result.out + result.err, "");
 }
 
 // --- Abort on error ------------------------------------------------------------------------------

@@ -111,6 +111,41 @@ TEST(CommandLine, ReportsAProblemDefinitionThatTheUserCancelled) {
                            "'.\n       Read aborted.\n       Canceled.\n\n"}));
 }
 
+TEST(CommandLine, AWarningHidesTheErrorBelowItAndMakesTheLaterReadersLenient) {
+    const test::CleanStatus clean;
+    const ScratchDirectory scratch;
+    const std::string path = scratch / "a.zvx";
+    writeBytes(path, "Kym Problem Specification File\nv1.00\nUNSCALEDBODYDEF: " + (scratch / "model") +
+                         "\nLIMITS: " + (scratch / "limits") + "\nSCALEDEF: " + (scratch / "scale") + "\n");
+    writeBytes(scratch / "model", "Kym Model File\nv1.00\n0\n0\n4\n1 0 0 0\n2 0 0 0\n3 0 0 0\n4 0 0 0\n"
+                                  "0\n0\n0\n");
+    writeBytes(scratch / "limits", "Kym System Variable Limits File\nv2.00\n");
+    writeBytes(scratch / "scale", "Kym Scale Definition File\nv1.00\nREAL_COUNT: 2\nDEFAULT_REAL_WEIGHT: 1\n"
+                                  "LIMIT_ADJUSTMENTS {\nelbow 0 1\n}\nGLOBAL_CONSTRAINTS {\n}\nTEMPS {\n}\n");
+    // A host program reports something of its own when it is asked behind the fourth marker.
+    setCancelHook(
+        [](void*) {
+            pushError("An error of the host.");
+            pushWarning("And a warning.");
+            return 0;
+        },
+        nullptr);
+    const Outcome outcome = runWith({"info", path.c_str()});
+    setCancelHook(nullptr, nullptr);
+    EXPECT_EQ(outcome,
+              (Outcome{0, "scaling_params scale_real_count=2 default_real_weight=1\n",
+                       "Read " + path + "\nRead " + (scratch / "model") + "\nRead " + (scratch / "limits") +
+                           "\nRead " + (scratch / "scale") +
+                           "\n\n\n"
+                           "WARNING: Variable 'elbow' is not in the problem definition.\n"
+                           "         The SCALE_REAL_COUNT (2) is greater than the number of reals in the\n"
+                           "         problem definition (0).\n"
+                           "         \n"
+                           "         And a warning.\n"
+                           "         An error of the host.\n\n"}));
+    EXPECT_FALSE(currentStatus().hasEntries()) << "printing empties the chain";
+}
+
 TEST(CommandLine, ReportsTheSameUnderALocaleWithADecimalComma) {
     const auto walk = [](bool withComma) {
         return support::runFunction([withComma] {

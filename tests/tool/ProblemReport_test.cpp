@@ -4,6 +4,7 @@
 #include "quillon/tool/ProblemDefReport.h"
 #include "quillon/tool/RecordIndex.h"
 #include "quillon/tool/ReportAttributes.h"
+#include "tests/support/StatusChain.h"
 
 #include <gtest/gtest.h>
 #include <sstream>
@@ -75,6 +76,38 @@ TEST(ProblemReport, PassesOverNullSlots) {
     bundle.problemDef.artificialMarkers.append(nullptr);
     bundle.model.realMarkers.append(nullptr);
     EXPECT_EQ(reportOf(bundle).out, "");
+}
+
+TEST(ProblemReport, PrintsNoMarkersOfOtherKinds) {
+    LqProblemBundle bundle;
+    bundle.problemDef.addGlobalDirectionMarker(LqPDDGlobalDirectionMarker(1, 1, "B"));
+    bundle.problemDef.fixMarkers.append(new LqPDDFixMarker(2, 1, "B"));
+    bundle.problemDef.doubleMarkers.append(new LqPDDDoubleMarker(3, 1, 1, "B"));
+    const Report report = reportOf(bundle);
+    EXPECT_EQ(report.out, "");
+    EXPECT_EQ(report.messages, "");
+}
+
+TEST(ProblemReport, LooksUpMarkersInAllArraysOfTheModelButThatOfGlobalDirections) {
+    LqProblemBundle bundle;
+    LqPDDArtificialMarker pair;
+    pair.id = 1;
+    pair.otherId = 2;
+    bundle.problemDef.addArtificialMarker(pair);
+    bundle.model.globalDirectionMarkers.append(new LqBDMarker{1, {9, 9, 9}});
+    bundle.model.doubleMarkers.append(new LqBDMarker{2, {1, 2, 3}});
+    EXPECT_EQ(reportOf(bundle).out, "artificial_pair id=1 other_id=2 weight=0\n"
+                                    "artificial_marker id=1 body=\n"
+                                    "artificial_marker id=2 body= local=(1 2 3)\n");
+}
+
+TEST(ProblemReport, TestsAndPushesNothing) {
+    const test::CleanStatus cleanStatus;
+    pushError("before");
+    LqProblemBundle bundle;
+    bundle.problemDef.addBody("B", referenceSystemName, 0);
+    EXPECT_EQ(reportOf(bundle).out, "body B\n");
+    EXPECT_EQ(test::takeChain(), test::StatusChain{test::error("before")});
 }
 
 TEST(ProblemReport, PrintsAWeightThatIsSetWithoutItsLimit) {

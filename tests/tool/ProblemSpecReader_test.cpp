@@ -1,6 +1,7 @@
 #include "quillon/tool/ProblemSpecReader.h"
 
 #include "quillon/tool/LqProblemSpec.h"
+#include "tests/support/EnvironmentValue.h"
 #include "tests/support/NoFreeDescriptors.h"
 #include "tests/support/ScratchDirectory.h"
 #include "tests/support/StatusChain.h"
@@ -197,6 +198,23 @@ TEST(ProblemSpecReader, NamesEachEntryThatIsGivenTwice) {
         EXPECT_THAT(chainAfterReading(std::string(header) + c.lines, spec), ElementsAre(error(c.message)))
             << c.lines;
     }
+}
+
+TEST(ProblemSpecReader, DoesNotLookAtTheWordOfASecondMatch) {
+    LqProblemSpec spec;
+    EXPECT_THAT(chainAfterReading(std::string(header) + "Match: BodyName\nMatch: nonsense\n", spec),
+                ElementsAre(error("Match: identifier found twice.")));
+    EXPECT_EQ(spec.matchBy(), LqMatchBy::BodyName);
+}
+
+TEST(ProblemSpecReader, ExpandsVariablesInPathsAlone) {
+    const test::EnvironmentValue value("QUILLON_TEST_DIR", "BodyID");
+    LqProblemSpec spec;
+    EXPECT_THAT(chainAfterReading(std::string(header) + "operator: $QUILLON_TEST_DIR\n", spec),
+                ElementsAre());
+    EXPECT_EQ(spec.userValues, (std::map<LmStr, LmStr>{{"operator", "$QUILLON_TEST_DIR"}}));
+    EXPECT_THAT(chainAfterReading(std::string(header) + "Match: $QUILLON_TEST_DIR\n", spec),
+                ElementsAre(error("Invalid identifier after Match: encountered.")));
 }
 
 TEST(ProblemSpecReader, ReadsTheWordsOfMatchByTheirBeginning) {
