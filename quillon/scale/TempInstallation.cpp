@@ -55,6 +55,7 @@ void LqScaleDefData::installTemps(LqProblemDefData& problemDef, LqBodyDefData& m
 
     const LqMeasuredData none;
     const LqMeasuredData& constants = measured == nullptr ? none : *measured;
+    const BodyIndex bodies(problemDef, model);
     scaleDef::ArrayAppender<LqPDDRealMarker*> newMarkers(problemDef.realMarkers);
     scaleDef::ArrayAppender<LqBDMarker*> newPlaces(model.realMarkers);
     for (const TempData_t& temp : temps) {
@@ -66,8 +67,7 @@ void LqScaleDefData::installTemps(LqProblemDefData& problemDef, LqBodyDefData& m
             }
             position[axis] = temp.position[axis].evaluate(constants);
         }
-        const LmVec3 place =
-            offsetBetweenBodies(problemDef, model, position, temp.attachedBody, temp.relativeBody);
+        const LmVec3 place = offsetBetweenBodies(bodies, position, temp.attachedBody, temp.relativeBody);
         newPlaces.append() = new LqBDMarker{temp.id, place};
     }
 }

@@ -14,6 +14,7 @@
 #include <functional>
 #include <string>
 #include <unistd.h>
+#include <utility>
 
 namespace quillon {
 namespace {
@@ -56,6 +57,10 @@ protected:
 
     LmVec3 offset(const char* from, const char* to) const {
         return offsetBetweenBodies(problem, model, {100, 200, 300}, from, to);
+    }
+
+    LmVec3 indexedOffset(const char* from, const char* to) const {
+        return offsetBetweenBodies(BodyIndex(problem, model), {100, 200, 300}, from, to);
     }
 
     LmVec3 inverseOffset(const char* from, const char* to) const {
@@ -130,6 +135,27 @@ TEST_F(BodyChain, OffsetsAPointByTheInverseTranslationAboveABody) {
     EXPECT_THAT(inverseOffset("shin", "pelvis"), ElementsAre(100, 195, 300));
     EXPECT_THAT(offset("shin", referenceSystemName), ElementsAre(98, 206, 297));
     EXPECT_THAT(inverseOffset("shin", referenceSystemName), ElementsAre(102, 194, 303));
+}
+
+TEST_F(BodyChain, OffsetsTheSameByAnIndex) {
+    for (const auto& [from, to] :
+         {std::pair("pelvis", "shin"), std::pair("shin", "pelvis"), std::pair(referenceSystemName, "arm"),
+          std::pair("arm", referenceSystemName), std::pair("thigh", "thigh")}) {
+        EXPECT_EQ(indexedOffset(from, to), offset(from, to)) << from << " to " << to;
+    }
+    EXPECT_EQ(endOf([this] { indexedOffset("nobody", "shin"); }),
+              "SIGABRT: Body nobody is not in the problem definition.\n");
+    EXPECT_EQ(endOf([this] { indexedOffset("arm", "shin"); }),
+              "SIGABRT: Body ReferenceSystemZero is not in the problem definition.\n");
+    problem.addBody("hat", "shin", 1);
+    EXPECT_EQ(endOf([this] { indexedOffset("hat", "shin"); }),
+              "SIGABRT: Body 'hat' not found in MODELS file\n");
+}
+
+TEST_F(BodyChain, TakesTheFirstOfTwoBodiesOfOneNameByAnIndexToo) {
+    add("thigh", referenceSystemName, translation(900, 900, 900));
+    EXPECT_EQ(offset("pelvis", "shin"), indexedOffset("pelvis", "shin"));
+    EXPECT_THAT(indexedOffset("pelvis", "shin"), ElementsAre(105, 200, 300));
 }
 
 TEST_F(BodyChain, OffsetsNothingWithinOneBody) {
