@@ -126,14 +126,6 @@ TEST_F(ScaleDefWriterSections, GivesAllScalingVariablesTheColumnsOfTheLongestNam
                   .all());
 }
 
-TEST_F(ScaleDefWriterSections, ADescriptionWithAQuoteLosesWhatStandsBehindIt) {
-    definition.scaleVars.append(test::scaleVar("height", "the \"real\" height"));
-    LqScaleDefData back;
-    EXPECT_THAT(chainOfReadingBack(back), IsEmpty());
-    ASSERT_EQ(back.scaleVars.count(), 1);
-    EXPECT_EQ(back.scaleVars[0].description, "the ");
-}
-
 // --- Guides --------------------------------------------------------------------------------------
 
 TEST_F(ScaleDefWriterSections, LeavesOutGuidesOfUnknownVariablesAndTellsThem) {
