@@ -9,6 +9,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -122,6 +123,41 @@ TEST_F(MeasuredData, WithoutACountTheArrayIsLeft) {
     }
 }
 
+TEST_F(MeasuredData, BehindAnOlderErrorTheArrayIsLeft) {
+    read(header + "2 1 2");
+    pushErrorf("Older.");
+    read(header + "3 4 5 6");
+    EXPECT_THAT(constants(), ElementsAre(1.0F, 2.0F));
+    EXPECT_EQ(test::takeChain(), StatusChain{error("Older.")});
+}
+
+TEST_F(MeasuredData, BehindAnOlderWarningItIsReadAllTheSame) {
+    pushWarningf("Older.");
+    read(header + "1 4");
+    EXPECT_THAT(constants(), ElementsAre(4.0F));
+    EXPECT_EQ(test::takeChain(), StatusChain{test::warning("Older.")});
+}
+
+TEST_F(MeasuredData, ACountBeyond32BitsIsNone) {
+    read(header + "2 1 2");
+    read(header + "99999999999 1 2");
+    EXPECT_THAT(constants(), ElementsAre(1.0F, 2.0F));
+    EXPECT_EQ(test::takeChain(), StatusChain{error("Error reading measured count.")});
+}
+
+TEST_F(MeasuredData, ConstantsThatFitOnlyDoublePrecisionBecomeInfiniteOrZero) {
+    read(header + "4 1e39 -1e39 1e-46 1e-400");
+    EXPECT_THAT(constants(), ElementsAre(HUGE_VALF, -HUGE_VALF, 0.0F, 0.0F));
+    EXPECT_EQ(test::takeChain(), StatusChain{});
+}
+
+TEST_F(MeasuredData, AConstantBeyondDoublePrecisionCannotBeRead) {
+    read(header + "3 1 2 3");
+    read(header + "3 4 1e400 6");
+    EXPECT_THAT(constants(), ElementsAre(4.0F, HUGE_VALF, 3.0F));
+    EXPECT_EQ(test::takeChain(), StatusChain{error("Error reading measured entry.")});
+}
+
 TEST_F(MeasuredData, ANegativeCountIsRefusedByTheArray) {
     const support::ChildResult result = support::runFunction([] {
         LmISStream input("Kym Measured File\nv1.00\n-3\n");
@@ -203,6 +239,10 @@ TEST_F(MeasuredData, ReportsTheFileOnTopOfWhatIsWrongInIt) {
     measured.readFile(path);
     EXPECT_EQ(test::takeChain(), (StatusChain{error("Unable to read " + quoted(path) + "."),
                                               error("Error reading measured entry.")}));
+    pushErrorf("Older.");
+    measured.readFile(fileWith(header + "1 5"));
+    EXPECT_EQ(test::takeChain(),
+              (StatusChain{error("Unable to read " + quoted(path) + "."), error("Older.")}));
     const LmStr other = fileWith("Kym Model File\n");
     measured.readFile(other);
     EXPECT_EQ(test::takeChain(), (StatusChain{error("Unable to read " + quoted(other) + "."),

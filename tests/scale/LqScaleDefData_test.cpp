@@ -1,5 +1,6 @@
 #include "quillon/scale/LqScaleDefData.h"
 
+#include "quillon/scale/ScaleArrays.h"
 #include "tests/core/StrForms.h"
 #include "tests/scale/ScaleSamples.h"
 
@@ -8,6 +9,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace quillon {
@@ -189,6 +191,48 @@ TEST(LqScaleDefData, EqualsItsCopyUntilEitherChanges) {
         EXPECT_FALSE(original == copy) << "change " << number;
         ++number;
     }
+}
+
+TEST(LqScaleDefData, IsUnequalToOneWithAShorterArray) {
+    const Change shortenings[] = {
+        [](Scale& d) { d.realWeightOverrides.setLength(0); },
+        [](Scale& d) { d.artificialWeightOverrides.setLength(0); },
+        [](Scale& d) { d.limitOverrides.setLength(0); },
+        [](Scale& d) { d.bodyParams = LmDArray<Scale::BodyParams_t>(); },
+        [](Scale& d) { d.temps = LmDArray<Scale::TempData_t>(); },
+        [](Scale& d) { scaleDef::removeAt(d.scaleVars, 1); },
+        [](Scale& d) { d.globalConstraints = LmDArray<Scale::GlobalConst_t>(); },
+        [](Scale& d) { d.removePose("standing"); },
+        [](Scale& d) { d.sysVarGuideOverrides.setLength(0); },
+        [](Scale& d) { d.bodyParams[0].scale[1].removeTerms({2}); },
+        [](Scale& d) { d.poses[0]->limitOverrides.setLength(0); },
+        [](Scale& d) { d.poses[0]->sysVarGuideOverrides.setLength(0); },
+        [](Scale& d) { d.poses[0]->globalConstraints = LmDArray<Scale::GlobalConst_t>(); },
+        [](Scale& d) { d.poses[0]->positionConstraints = LmDArray<Scale::PositionConst_t>(); },
+    };
+    Scale original;
+    fill(original);
+    int number = 0;
+    for (const Change& shorten : shortenings) {
+        Scale shorter(original);
+        shorten(shorter);
+        EXPECT_FALSE(shorter == original) << "shortening " << number;
+        EXPECT_FALSE(original == shorter) << "shortening " << number;
+        ++number;
+    }
+}
+
+TEST(LqScaleDefData, IsUnequalToOneWithItsPosesSwapped) {
+    Scale one;
+    Scale other;
+    for (const char* name : {"standing", "sitting"}) {
+        addPose(one, name);
+        addPose(other, name);
+    }
+    EXPECT_TRUE(one == other);
+    std::swap(other.poses[0], other.poses[1]);
+    EXPECT_FALSE(one == other);
+    EXPECT_FALSE(other == one);
 }
 
 TEST(LqScaleDefData, DoesNotCompareItsOwnPositionConstraints) {

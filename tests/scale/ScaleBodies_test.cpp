@@ -273,6 +273,20 @@ TEST_F(ScaleTemps, AreRemovedAndLowerTheRest) {
     EXPECT_THAT(idsOf(definition.temps), IsEmpty());
 }
 
+TEST_F(ScaleTemps, OfOneIdTheFirstIsFoundInsertedBeforeAndRemoved) {
+    definition.temps[2] = temp(5, "foot");
+    definition.addTemp(temp(6));
+    EXPECT_EQ(definition.findTemp(5), &definition.temps[1]);
+    definition.insertTemp(temp(5, "head"));
+    EXPECT_THAT(idsOf(definition.temps), ElementsAre(4, 5, 6, 6, 7));
+    EXPECT_EQ(definition.temps[1].attachedBody, "head");
+    EXPECT_EQ(definition.temps[3].attachedBody, "foot");
+    definition.removeTemp(6);
+    EXPECT_THAT(idsOf(definition.temps), ElementsAre(4, 5, 5, 6));
+    EXPECT_EQ(definition.temps[2].attachedBody, "foot");
+    EXPECT_EQ(definition.findTemp(5), &definition.temps[1]);
+}
+
 TEST_F(ScaleTemps, FollowTheRealsByTheFirstId) {
     definition.realCount = 3;
     EXPECT_TRUE(definition.tempsFollowReals());

@@ -1,6 +1,7 @@
 #include "quillon/scale/ScaleDefReader.h"
 
 #include "tests/scale/ScaleDefFile.h"
+#include "tests/scale/ScaleSamples.h"
 #include "tests/support/NoFreeDescriptors.h"
 #include "tests/support/ScratchDirectory.h"
 
@@ -19,6 +20,7 @@ using support::ScratchDirectory;
 using support::writeBytes;
 using test::block;
 using test::error;
+using test::literal;
 using test::Reading;
 using test::ScaleDefText;
 using test::StatusChain;
@@ -29,10 +31,6 @@ using testing::IsEmpty;
 using testing::Pair;
 
 const std::string header = "Kym Scale Definition File\nv1.00\n";
-
-ScaleFloat literal(float value) {
-    return {value, 0, 0};
-}
 
 class ScaleDefReader : public test::ScaleDefFile {
 protected:
@@ -352,6 +350,49 @@ TEST_F(ScaleDefReader, ReportsWhatIsWrongWithAWeightOverrideInEveryReading) {
     }
 }
 
+TEST_F(ScaleDefReader, ARealCountThatIsForgivenBoundsTheOverrides) {
+    const StatusChain forgiven = {warning(
+        "The SCALE_REAL_COUNT (5) is greater than the number of reals in the problem definition (3).\n")};
+    const std::string counts = "REAL_COUNT: 5\nDEFAULT_REAL_WEIGHT: 1\n";
+    EXPECT_EQ(chainOfText({.counts = counts + block("REAL_WEIGHT_OVERRIDES", "5 1\n") +
+                                     block("ARTIFICIAL_PAIR_WEIGHT_OVERRIDES", "6 7 1\n")},
+                          Reading::Lenient),
+              forgiven);
+    EXPECT_THAT(realWeights(), ElementsAre(Pair(5, 1)));
+    EXPECT_EQ(definition.artificialWeightOverrides.count(), 1);
+    EXPECT_EQ(chainOfText({.counts = counts + block("REAL_WEIGHT_OVERRIDES", "6 1\n")}, Reading::Lenient),
+              StatusChain{error("Invalid real marker id (6) specified for weight override.")} + forgiven);
+    EXPECT_EQ(chainOfText({.counts = counts + block("ARTIFICIAL_PAIR_WEIGHT_OVERRIDES", "5 7 1\n")},
+                          Reading::Lenient),
+              StatusChain{error("Invalid artificial marker id (5) specified for weight override.")} +
+                  forgiven);
+}
+
+TEST_F(ScaleDefReader, TakesCommentsWithinValues) {
+    EXPECT_THAT(chainOfText({.counts = "REAL_COUNT: 2 # x\nDEFAULT_REAL_WEIGHT: 0.5 # y\n"}), IsEmpty());
+    EXPECT_EQ(definition.realCount, 2);
+    EXPECT_EQ(definition.defaultRealWeight, 0.5F);
+    EXPECT_THAT(chainOfText({.counts = "REAL_COUNT: # how many\\\n2\nDEFAULT_REAL_WEIGHT: 1\n"}), IsEmpty());
+    EXPECT_EQ(definition.realCount, 2);
+    EXPECT_THAT(chainOfText({.counts = "REAL_COUNT: # x\nDEFAULT_REAL_WEIGHT: 1\n"}),
+                ElementsAre(error("Error reading real count.")));
+    EXPECT_THAT(chainOfText({.counts = "REAL_COUNT: 2\nDEFAULT_REAL_WEIGHT: # x\n"}),
+                ElementsAre(error("Error reading real weight.")));
+}
+
+TEST_F(ScaleDefReader, FreesThePosesOnceTheHeaderIsGood) {
+    test::addPose(definition, "standing");
+    std::istringstream otherFile("Kym Model File\nv1.00\n");
+    EXPECT_FALSE(readScaleDefStream(definition, otherFile, problemDef, false));
+    EXPECT_THAT(takeChain(), ElementsAre(error("File does not contain a scale definition."),
+                                         error("Invalid datafile header id.")));
+    EXPECT_TRUE(definition.hasPose("standing"));
+    std::istringstream noLimits(header);
+    EXPECT_FALSE(readScaleDefStream(definition, noLimits, problemDef, false));
+    EXPECT_THAT(takeChain(), ElementsAre(error("Missing LIMIT_ADJUSTMENTS section.")));
+    EXPECT_EQ(definition.poses.count(), 0);
+}
+
 TEST_F(ScaleDefReader, EmptiesWeightOverridesThatTheFileDoesNotHave) {
     definition.realWeightOverrides.append({1, 1});
     definition.artificialWeightOverrides.append({4, 5, 1});
@@ -400,6 +441,31 @@ TEST_F(ScaleDefReader, ReportsWhatIsWrongWithAScalingVariable) {
                                                block("SCALING_VARIABLES", rows)};
         EXPECT_THAT(chainOfText(text), ElementsAre(error(message)));
         EXPECT_THAT(chainOfText(text, Reading::Lenient), ElementsAre(error(message)));
+    }
+}
+
+TEST_F(ScaleDefReader, LeavesTheScalingVariableThatFailsPartlyFilled) {
+    using scaleDef::ScaleVar;
+    const struct {
+        const char* row;
+        ScaleVar left;
+    } cases[] = {
+        {"first 1 2\n", {"", LmStr(), literal(0), literal(0)}},
+        {"\"second\n", {"", LmStr(), literal(0), literal(0)}},
+        {"second x 2\n", {"second", LmStr(), literal(0), literal(0)}},
+        {"second 1 x\n", {"second", LmStr(), literal(1), literal(0)}},
+        {"second 1 [m1 2 tall\n", {"second", LmStr(), literal(1), literal(0)}},
+        {"second 1 2 \"tall\n", {"second", "", literal(1), literal(2)}},
+    };
+    for (const auto& [row, left] : cases) {
+        SCOPED_TRACE(row);
+        EXPECT_EQ(chainOfText({.sections = block("SCALING_VARIABLES",
+                                                 std::string("first 3 4\n") + row + "third 5 6\n")})
+                      .size(),
+                  1U);
+        ASSERT_EQ(definition.scaleVars.count(), 2);
+        EXPECT_EQ(definition.scaleVars[0], (ScaleVar{"first", LmStr(), literal(3), literal(4)}));
+        EXPECT_EQ(definition.scaleVars[1], left);
     }
 }
 

@@ -200,6 +200,27 @@ TEST_F(ScaleFloatTest, ReadsEachFormAndNothingBehindIt) {
     }
 }
 
+TEST_F(ScaleFloatTest, ReadsInDoublePrecisionAndThenCutsTo32Bits) {
+    const struct {
+        const char* text;
+        Scale::ScaleFloat value;
+    } cases[] = {
+        {"1e39", literal(HUGE_VALF)},
+        {"-1e39", literal(-HUGE_VALF)},
+        {"1e-46", literal(0)},
+        {"1e-400", literal(0)},
+        {"3.4028235e38", literal(noUpperLimit)},
+        {"[m2147483647 1e39]", scaleForm(2147483647, HUGE_VALF)},
+        {"[m3 + -1e39]", offsetForm(3, -HUGE_VALF)},
+        // A little more than half a unit above 1. Double precision keeps the half alone, which goes to 1.
+        {"1.00000005960464484", literal(1)},
+    };
+    for (const auto& [text, value] : cases) {
+        EXPECT_EQ(read(text), value) << text;
+        EXPECT_EQ(test::takeChain(), StatusChain{}) << text;
+    }
+}
+
 TEST_F(ScaleFloatTest, ReadsAnAsteriskAsTheInfiniteLimit) {
     EXPECT_EQ(read(" *0.5", noLowerLimit), literal(noLowerLimit));
     EXPECT_EQ(rest, "0.5");
@@ -223,6 +244,11 @@ TEST_F(ScaleFloatTest, IsAllZeroAfterAnError) {
         {"[mx 2]", "Error reading measured constant number."},
         {"[m", "Error reading measured constant number."},
         {"[m0 2]", "Invalid measured constant 0."},
+        {"[m2147483648 2]", "Error reading measured constant number."},
+        {"[m99999999999 2]", "Error reading measured constant number."},
+        {"[m3 1e400]", "Error reading measured constant scale factor."},
+        {"[m3 + -1e400]", "Error reading measured constant offset."},
+        {"1e400", "Error reading temp position x."},
         {"[m-7 2]", "Invalid measured constant -7."},
         {"[m3]", "Error reading measured constant scale factor."},
         {"[m3 *]", "Error reading measured constant scale factor."},

@@ -233,5 +233,19 @@ TEST(DefaultPose, HasNoOverridesForADefinitionWithoutPoses) {
     EXPECT_THAT(idsOf(definition.limitOverrides), ElementsAre(3));
 }
 
+TEST(DefaultPose, IsNotSeenFromADefinitionWithPoses) {
+    Scale definition;
+    EXPECT_FALSE(definition.hasPoseLimitOverride(3, 0));
+    Scale::Pose_t& pose = addPose(definition, "standing");
+    definition.setPoseLimitOverride(3, 0, true);
+    pose.sysVarGuideOverrides.append({3, 1, 1});
+    EXPECT_THAT(idsOf(pose.limitOverrides), ElementsAre(3));
+    EXPECT_TRUE(definition.hasPoseLimitOverride(3, 0));
+    EXPECT_EQ(definition.findPoseGuideOverride(3, 0), &pose.sysVarGuideOverrides[0]);
+    definition.clearPoses();
+    EXPECT_FALSE(definition.hasPoseLimitOverride(3, 0));
+    EXPECT_EQ(definition.findPoseGuideOverride(3, 0), nullptr);
+}
+
 } // namespace
 } // namespace quillon

@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -167,6 +168,68 @@ TEST_F(ScaleVariables, ThatAreRemovedInUseLeaveTheirMappingsOnTheOneThatMovedUp)
     EXPECT_THAT(idsOf(definition.bodyParams[0].scale[0]), ElementsAre(2));
     EXPECT_THAT(idsOf(definition.bodyParams[0].scale[1]), ElementsAre(-3, 2, 2));
     EXPECT_EQ(definition.scaleVars[1].name, "c");
+}
+
+TEST_F(ScaleVariables, ThatAreRemovedInUseByAConstraintLeaveItsMappingsToo) {
+    append({"a", "b", "c"});
+    definition.positionConstraints.append(positionConstraint("shin"));
+    addPose(definition, "standing").positionConstraints.append(positionConstraint("foot"));
+    for (LmArray<scaleDef::ScaleMapping>* mapping :
+         {&definition.positionConstraints[0].mapping, &definition.poses[0]->positionConstraints[0].mapping}) {
+        (*mapping)[0].id = 2;
+        (*mapping)[3] = combination(3, 2);
+        (*mapping)[4].id = 3;
+    }
+    definition.removeScaleVar(2);
+    for (const LmArray<scaleDef::ScaleMapping>* mapping :
+         {&definition.positionConstraints[0].mapping, &definition.poses[0]->positionConstraints[0].mapping}) {
+        EXPECT_THAT(idsOf((*mapping)[0]), ElementsAre(2));
+        EXPECT_THAT(idsOf((*mapping)[3]), ElementsAre(-3, 2, 2));
+        EXPECT_THAT(idsOf((*mapping)[4]), ElementsAre(2));
+    }
+}
+
+TEST_F(ScaleVariables, AreUsedInEachPlaceOfAMapping) {
+    using Mappings = std::function<scaleDef::ScaleMapping&(Scale&)>;
+    const struct {
+        const char* name;
+        Mappings mapping;
+    } places[] = {{"first axis", [](Scale & d) -> auto& {return d.bodyParams[0].scale[0];
+}
+} // namespace
+, {"third axis", [](Scale& d) -> auto& {return d.bodyParams[0].scale[2];
+} // namespace quillon
+}
+, {"own first", [](Scale& d) -> auto& {return d.positionConstraints[0].mapping[0];
+}
+}
+, {"own last", [](Scale& d) -> auto& {return d.positionConstraints[0].mapping[5];
+}
+}
+, {"posed first", [](Scale& d) -> auto& {return d.poses[0]->positionConstraints[0].mapping[0];
+}
+}
+, {"posed last", [](Scale& d) -> auto& {return d.poses[0]->positionConstraints[0].mapping[5];
+}
+}
+,
+}
+;
+definition.bodyParams.append(scaledBody("thigh"));
+definition.positionConstraints.append(positionConstraint("shin"));
+addPose(definition, "standing").positionConstraints.append(positionConstraint("foot"));
+for (const auto& [name, mapping] : places) {
+    SCOPED_TRACE(name);
+    mapping(definition).id = 3;
+    EXPECT_TRUE(definition.isScaleVarUsed(3));
+    EXPECT_FALSE(definition.isScaleVarUsed(2));
+    mapping(definition) = combination(4, 3);
+    EXPECT_TRUE(definition.isScaleVarUsed(3));
+    EXPECT_TRUE(definition.isScaleVarUsed(4));
+    EXPECT_FALSE(definition.isScaleVarUsed(2));
+    mapping(definition) = scaleDef::ScaleMapping();
+    EXPECT_FALSE(definition.isScaleVarUsed(3));
+}
 }
 
 TEST_F(ScaleVariables, AreUsedByTheMappingsOfBodiesAndPositionConstraints) {

@@ -85,6 +85,16 @@ TEST_F(ScaleWeights, ARealInsertedTooFarBehindIsNotCountedButMovesTheTempsAndPai
     EXPECT_THAT(pairs(), ElementsAre(Pair(9, 10), Pair(11, 12)));
 }
 
+TEST_F(ScaleWeights, ARealInsertedTooFarBehindMovesTheOverridesFromItsIdOn) {
+    for (const int id : {4, 5, 6}) {
+        definition.addRealWeightOverride(id, 0.5F);
+    }
+    definition.insertRealMarker(5);
+    EXPECT_EQ(definition.realCount, 3);
+    EXPECT_THAT(weights(),
+                ElementsAre(Pair(1, 0.1F), Pair(3, 0.3F), Pair(4, 0.5F), Pair(6, 0.5F), Pair(7, 0.5F)));
+}
+
 TEST_F(ScaleWeights, InsertingRaisesBothIdsOfAPairWhateverTheId) {
     for (const int id : {1, 9, 100}) {
         const int before = definition.artificialWeightOverrides[0].firstMarkerId;
@@ -195,6 +205,19 @@ TEST_F(ScaleWeights, OfPairsAreAddedUnlessTheFirstIdIsInAPair) {
     definition.addArtificialWeightOverride({20, 8, 1});
     EXPECT_EQ(test::takeChain(), StatusChain{}) << "the second id is not tested";
     EXPECT_THAT(pairs(), ElementsAre(Pair(8, 9), Pair(10, 11), Pair(20, 8)));
+}
+
+TEST_F(ScaleWeights, OfTwoPairsWithOneIdTheFirstIsFoundAndRemoved) {
+    definition.artificialWeightOverrides.append({12, 9, 0.7F});
+    definition.artificialWeightOverrides.append({9, 13, 0.6F});
+    EXPECT_EQ(definition.findArtificialPair(9), (Scale::ArtificialWeightOverride_t{8, 9, 0.8F}));
+    definition.removeArtificialWeightOverride(9);
+    EXPECT_THAT(pairs(), ElementsAre(Pair(10, 11), Pair(12, 9), Pair(9, 13)));
+    EXPECT_EQ(definition.findArtificialPair(9), (Scale::ArtificialWeightOverride_t{12, 9, 0.7F}));
+    definition.removeArtificialWeightOverride(9);
+    EXPECT_EQ(definition.findArtificialPair(9), (Scale::ArtificialWeightOverride_t{9, 13, 0.6F}));
+    definition.removeArtificialWeightOverride(9);
+    EXPECT_THAT(pairs(), ElementsAre(Pair(10, 11)));
 }
 
 TEST_F(ScaleWeights, OfPairsAreRemovedByEitherId) {
