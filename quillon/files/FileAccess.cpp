@@ -26,16 +26,6 @@ mode_t modeOf(const LmStr& path, bool followLinks = true) {
     return result == 0 ? facts.st_mode : 0;
 }
 
-bool opensForReading(const LmStr& path) {
-    // A pipe that nobody writes to yet must not hold up the check.
-    const int file = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (file == -1) {
-        return false;
-    }
-    close(file);
-    return true;
-}
-
 /// The error below the last one, and whether the existing file can be written.
 bool existingFileIsWritable(const LmStr& path, LmStatus& status) {
     if (isDirectory(path)) {
@@ -78,6 +68,20 @@ bool newFileIsCreatable(const LmStr& path, LmStatus& status) {
 }
 
 } // namespace
+
+bool opensForReading(const LmStr& path) {
+    // To open a pipe and close it again would use up its writer, and the reader to come would wait for ever.
+    if (isPipeLike(path)) {
+        return fileReadable(path);
+    }
+    // A device that is not ready must not hold up the check.
+    const int file = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (file == -1) {
+        return false;
+    }
+    close(file);
+    return true;
+}
 
 bool checkFileReadable(const LmStr& path, LmStatus& status) {
     if (opensForReading(path)) {

@@ -7,6 +7,10 @@
 
 namespace quillon {
 
+/// Whether `path` can be opened for reading. A pipe is not opened but asked for its permissions, so that its
+/// writer waits for the reader that is to come.
+bool opensForReading(const LmStr& path);
+
 /// Whether `path` can be opened for reading and is no directory; runs before every read of a data file. What
 /// is wrong is reported into `status`. A null path ends the process by a memory fault.
 bool checkFileReadable(const LmStr& path, LmStatus& status = currentStatus());

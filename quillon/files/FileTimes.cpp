@@ -1,23 +1,17 @@
 #include "quillon/files/FileTimes.h"
 
 #include "quillon/files/CompressedNames.h"
+#include "quillon/files/FileAccess.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace quillon {
 
 std::int64_t fileModifiedTime(const LmStr& path, bool orCompressed) {
     const LmStr name = orCompressed ? findCompressedVariant(path) : path;
-    const int file = open(name.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (file == -1) {
-        return 0;
-    }
     struct stat facts = {};
-    const bool known = fstat(file, &facts) == 0;
-    close(file);
-    return known ? facts.st_mtime : 0;
+    return opensForReading(name) && stat(name.c_str(), &facts) == 0 ? facts.st_mtime : 0;
 }
 
 bool touchFile(const LmStr& path) {

@@ -16,11 +16,11 @@ int refuse(std::ostream& messages, std::string_view message) {
     return 1;
 }
 
-int printVersion(std::ostream& out) {
+int printVersion(std::ostream& out, std::ostream& messages) {
     out << "quillon " << version << "\n"
         << "Copyright (c) the quillon authors.\n";
     out.flush();
-    return 0;
+    return out.fail() ? refuse(messages, "Unable to write the version.\n") : 0;
 }
 
 int info(const char* path, std::ostream& out, std::ostream& messages) {
@@ -39,7 +39,7 @@ int runCommandLine(std::span<const char* const> arguments, std::ostream& out, st
     }
     const std::string_view operation = arguments.front();
     if (arguments.size() == 1 && operation == "-v") {
-        return printVersion(out);
+        return printVersion(out, messages);
     }
     if (arguments.size() == 1 && operation == "-changes") {
         return 0;

@@ -138,6 +138,30 @@ TEST(CheckFileReadable, IsNotHeldUpByAPipe) {
     EXPECT_EQ(result.outcome, "0");
 }
 
+TEST(CheckFileReadable, LeavesTheWriterOfAPipeToTheReader) {
+    const ScratchDirectory scratch;
+    const std::string path = scratch / "pipe";
+    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+    const test::OpeningWatch watch(path);
+    LmStatus status;
+    EXPECT_TRUE(checkFileReadable(path.c_str(), status));
+    EXPECT_FALSE(watch.hasSeenOne());
+    EXPECT_EQ(chainOf(status), StatusChain{});
+}
+
+TEST(CheckFileReadable, ReportsAPipeWithoutRights) {
+    const OpenScratch scratch;
+    const std::string path = scratch / "pipe";
+    ASSERT_EQ(mkfifo(path.c_str(), 0200), 0);
+    const auto result = runAsNobody([&] {
+        LmStatus status;
+        std::cout << checkFileReadable(path.c_str(), status) << '\n';
+        test::printChain(status);
+    });
+    EXPECT_EQ(result.out, "0\nerror: \"Unable to read \"" + path +
+                              "\".\"\nerror: \"Insufficient access to read file.  Check permissions.\"\n");
+}
+
 TEST(CheckFileReadable, OfANullPathEndsTheProcess) {
     EXPECT_EQ(support::runFunction([] { checkFileReadable(LmStr()); }).outcome, "SIGSEGV");
 }

@@ -4,11 +4,13 @@
 #include "tests/support/ChildProcess.h"
 #include "tests/support/StatusChain.h"
 
+#include <array>
 #include <filesystem>
 #include <functional>
 #include <grp.h>
 #include <iostream>
 #include <string>
+#include <sys/inotify.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -52,6 +54,26 @@ inline unsigned permissionsOf(const std::string& path) {
     struct stat facts = {};
     return stat(path.c_str(), &facts) == 0 ? facts.st_mode & 07777U : 0;
 }
+
+/// Sees when a file is opened.
+class OpeningWatch {
+public:
+    explicit OpeningWatch(const std::string& path) : events(inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
+        inotify_add_watch(events, path.c_str(), IN_OPEN);
+    }
+    OpeningWatch(const OpeningWatch&) = delete;
+    OpeningWatch& operator=(const OpeningWatch&) = delete;
+    ~OpeningWatch() { close(events); }
+
+    /// Whether the file has been opened since the last time that this was asked.
+    bool hasSeenOne() const {
+        std::array<char, 1024> event{};
+        return read(events, event.data(), event.size()) > 0;
+    }
+
+private:
+    int events;
+};
 
 /// The names of the pipes that a process has in the directory for them.
 inline std::vector<std::string> pipesOf(int pid = getpid()) {

@@ -177,6 +177,15 @@ TEST(CommandLine, FailsWhenTheReportCannotBeWritten) {
                                   (scratch / "scale") + "\nUnable to write the report.\n");
 }
 
+TEST(CommandLine, FailsWhenTheVersionCannotBeWritten) {
+    const std::vector<const char*> arguments = {"-v"};
+    std::ostringstream out;
+    out.setstate(std::ios::badbit);
+    std::ostringstream messages;
+    EXPECT_EQ(runCommandLine(arguments, out, messages), 1);
+    EXPECT_EQ(messages.str(), "Unable to write the version.\n");
+}
+
 TEST(DescriptorBuf, WritesAllThatTheStreamTakes) {
     const ScratchDirectory scratch;
     std::string expected;
