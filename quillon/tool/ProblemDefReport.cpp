@@ -13,30 +13,27 @@
 
 namespace quillon {
 
-LmStr mappingText(const LqBasicVarMapping<float>& mapping) {
-    if (mapping.id == 0) {
-        return {};
-    }
-    std::string text;
+void writeMappingText(ReportText& out, const LqBasicVarMapping<float>& mapping) {
     if (mapping.id > 0) {
-        text = "v";
-        text += std::to_string(mapping.id);
-        return LmStr(std::string_view(text));
+        out << "v" << mapping.id;
     }
+    if (mapping.id >= 0) {
+        return;
+    }
+    const char* separator = "";
     if (mapping.constant != 0.0F) {
-        appendNumber(text, mapping.constant);
+        out << mapping.constant;
+        separator = "+";
     }
     for (const LqLinearTerm<float>* term : mapping.termList()) {
         // A "+" stands before a negative coefficient too: readers of the report split the text at it.
-        text += text.empty() ? "" : "+";
+        out << separator;
         if (term->coefficient != 1.0F) {
-            appendNumber(text, term->coefficient);
-            text += "*";
+            out << term->coefficient << "*";
         }
-        text += "v";
-        text += std::to_string(term->sysVar);
+        out << "v" << term->sysVar;
+        separator = "+";
     }
-    return LmStr(std::string_view(text));
 }
 
 namespace {
@@ -167,21 +164,17 @@ private:
         getRotation(modelBody.baseTransform, rotation);
         writeTransformAttribute(out, "base_transform", translation, rotation);
         if (body.type == bodyTypeOne) {
-            out << " twist_length=" << modelBody.vectorLength
-                << " twist_direction=" << vectorText(modelBody.vectorDirection);
+            out << " twist_length=" << modelBody.vectorLength << " twist_direction=";
+            writeVector3(out, modelBody.vectorDirection);
         }
     }
 
     void writeTransforms(const LqPDDBodyMap& body) {
-        LmDArray<ValueSpec> entries;
+        ValueList list(out, "transforms");
         for (int k = 0; k < body.mappings.count(); ++k) {
-            const LmStr text = mappingText(body.mappings[k]);
-            if (!text.isNull()) {
-                entries.append({transformLabel(body.transformOrder[k]), text});
+            if (body.mappings[k].id != 0) {
+                writeMappingText(list.addEntry(transformLabel(body.transformOrder[k])), body.mappings[k]);
             }
-        }
-        if (entries.count() != 0) {
-            writeValueList(out, "transforms", entries);
         }
     }
 
@@ -219,11 +212,10 @@ private:
         if (marker == nullptr) {
             return false;
         }
-        out << " local=" << vectorText(marker->position);
+        out << " local=";
+        writeVector3(out, marker->position);
         return true;
     }
-
-    static LmStr vectorText(const LmVec3& vector) { return writeVector3(vector[0], vector[1], vector[2]); }
 
     void remark(const LmStr& text) { messages << text; }
 

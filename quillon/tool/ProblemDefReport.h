@@ -1,6 +1,5 @@
 #pragma once
 
-#include "quillon/core/LmStr.h"
 #include "quillon/problem/LqBasicVarMapping.h"
 #include "quillon/tool/ReportText.h"
 
@@ -14,8 +13,8 @@ struct LqProblemBundle;
 /// and each in the order of its array.
 void writeProblemDefSection(ReportText& out, std::ostream& messages, const LqProblemBundle& bundle);
 
-/// The text of what drives a transformation: "v" and the number of a variable, or the constant and the terms
-/// of a combination; null for a transformation that is not driven.
-LmStr mappingText(const LqBasicVarMapping<float>& mapping);
+/// What drives a transformation: "v" and the number of a variable, or the constant and the terms of a
+/// combination, which may be no text at all; nothing for a transformation that is not driven.
+void writeMappingText(ReportText& out, const LqBasicVarMapping<float>& mapping);
 
 } // namespace quillon

@@ -1,58 +1,44 @@
 #include "quillon/tool/ReportAttributes.h"
 
-#include "quillon/core/NumberPrinting.h"
 #include "quillon/geometry/EulerAngles.h"
 
+#include <cstddef>
 #include <iostream>
 
 namespace quillon {
 
-LmStr numberText(float number) {
-    char text[numberTextSize];
-    return LmStr(std::string_view(text, formatReal(text, number)));
+void writeVector3(ReportText& out, const LmVec3& vector) {
+    out << "(" << vector[0] << " " << vector[1] << " " << vector[2] << ")";
 }
 
-void appendNumber(std::string& text, float number) {
-    char digits[numberTextSize];
-    text.append(digits, formatReal(digits, number));
-}
-
-LmStr writeVector3(float x, float y, float z) {
-    char text[3 * numberTextSize + 4];
-    char* end = text;
-    *end++ = '(';
-    end = formatReal(end, x);
-    *end++ = ' ';
-    end = formatReal(end, y);
-    *end++ = ' ';
-    end = formatReal(end, z);
-    *end++ = ')';
-    return LmStr(std::string_view(text, end));
-}
-
-void writeValueList(ReportText& out, const char* label, const LmArray<ValueSpec>& entries) {
-    out << " " << label << "=(";
-    const char* separator = "";
-    for (const ValueSpec& entry : entries) {
-        out << separator << entry.name << "=" << entry.value;
-        separator = " ";
+ValueList::~ValueList() {
+    if (hasEntries) {
+        out << ")";
     }
-    out << ")";
 }
 
-const LmStr& transformLabel(std::int32_t id) {
-    static const LmStr labels[] = {"tx", "ty", "tz", "rx", "ry", "rz"};
-    static const LmStr unknown("unknown");
+ReportText& ValueList::addEntry(std::string_view name) {
+    if (hasEntries) {
+        out << " ";
+    } else {
+        out << " " << label << "=(";
+    }
+    hasEntries = true;
+    return out << name << "=";
+}
+
+std::string_view transformLabel(std::int32_t id) {
+    static constexpr std::string_view labels[] = {"tx", "ty", "tz", "rx", "ry", "rz"};
     if (id < 1 || id > 6) {
         std::cerr << "invalid transform_id " << id << "\n";
-        return unknown;
+        return "unknown";
     }
     return labels[id - 1];
 }
 
-void addValue(LmDArray<ValueSpec>& entries, const LmStr& label, float number) {
+void addValue(ValueList& list, std::string_view name, float number) {
     if (number != 0.0F) {
-        entries.append({label, numberText(number)});
+        list.addEntry(name) << number;
     }
 }
 
@@ -61,15 +47,12 @@ void writeTransformAttribute(ReportText& out, const char* label, const LmVec3& t
     static constexpr LmEulerOrder order = {1, 2, 3};
     LmVec3 angles{};
     matrixToEuler(angles, order, rotation);
-    LmDArray<ValueSpec> entries;
+    ValueList list(out, label);
     for (std::int32_t axis = 0; axis < 3; ++axis) {
-        addValue(entries, transformLabel(axis + 1), translation[static_cast<std::size_t>(axis)]);
+        addValue(list, transformLabel(axis + 1), translation[static_cast<std::size_t>(axis)]);
     }
     for (std::int32_t axis = 0; axis < 3; ++axis) {
-        addValue(entries, transformLabel(axis + 4), angles[static_cast<std::size_t>(axis)]);
-    }
-    if (entries.count() != 0) {
-        writeValueList(out, label, entries);
+        addValue(list, transformLabel(axis + 4), angles[static_cast<std::size_t>(axis)]);
     }
 }
 

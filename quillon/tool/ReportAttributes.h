@@ -1,46 +1,43 @@
 #pragma once
 
-#include "quillon/core/LmArray.h"
-#include "quillon/core/LmStr.h"
 #include "quillon/geometry/Mat3.h"
 #include "quillon/geometry/Vec3.h"
 #include "quillon/tool/ReportText.h"
 
 #include <cstdint>
-#include <string>
-#include <type_traits>
+#include <string_view>
 
 namespace quillon {
 
 // The grammar that all lines of the report share.
 
-/// One entry of a parenthesised attribute such as " transforms=(tx=v1 ty=v2)".
-struct ValueSpec {
-    LmStr name;
-    LmStr value;
-};
-
-template <>
-struct MovesByBytes<ValueSpec> : std::true_type {};
-
-/// The number as the report prints it.
-LmStr numberText(float number);
-
-/// Appends that text.
-void appendNumber(std::string& text, float number);
-
 /// "(x y z)".
-LmStr writeVector3(float x, float y, float z);
+void writeVector3(ReportText& out, const LmVec3& vector);
 
-/// A blank, the label, "=(", the entries as name=value with a blank between them, and ")".
-void writeValueList(ReportText& out, const char* label, const LmArray<ValueSpec>& entries);
+/// A parenthesised attribute such as " transforms=(tx=v1 ty=v2)": a blank, the label, "=(", the entries as
+/// name=value with a blank between them, and ")" on destruction. Without an entry nothing is written.
+class ValueList {
+public:
+    ValueList(ReportText& text, const char* listLabel) : out(text), label(listLabel) {}
+    ValueList(const ValueList&) = delete;
+    ValueList& operator=(const ValueList&) = delete;
+    ~ValueList();
+
+    /// Begins an entry. Its value is to be written to the text that is returned, before the next entry.
+    ReportText& addEntry(std::string_view name);
+
+private:
+    ReportText& out;
+    const char* label;
+    bool hasEntries = false;
+};
 
 /// The label of a transformation: "tx", "ty", "tz" for 1 to 3, "rx", "ry", "rz" for 4 to 6. Any other number
 /// is remarked on standard error and is "unknown".
-const LmStr& transformLabel(std::int32_t id);
+std::string_view transformLabel(std::int32_t id);
 
 /// Adds an entry for a number that is not 0.
-void addValue(LmDArray<ValueSpec>& entries, const LmStr& label, float number);
+void addValue(ValueList& list, std::string_view name, float number);
 
 /// A value list of the translation (metres) and of the rotation's angles about x, y and z (radians), each
 /// left out when it is 0; nothing at all for an identity.

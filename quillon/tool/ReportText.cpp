@@ -14,13 +14,20 @@ ReportText::~ReportText() {
 }
 
 ReportText& ReportText::operator<<(std::int32_t number) {
-    char text[numberTextSize];
-    return *this << std::string_view(text, formatInt(text, number));
+    used = static_cast<std::size_t>(formatInt(roomForNumber(), number) - piece.get());
+    return *this;
 }
 
 ReportText& ReportText::operator<<(float number) {
-    char text[numberTextSize];
-    return *this << std::string_view(text, formatReal(text, number));
+    used = static_cast<std::size_t>(formatReal(roomForNumber(), number) - piece.get());
+    return *this;
+}
+
+char* ReportText::roomForNumber() {
+    if (pieceSize - used < numberTextSize) {
+        flush();
+    }
+    return piece.get() + used;
 }
 
 ReportText& ReportText::appendBeyondPiece(std::string_view text) {

@@ -41,6 +41,8 @@ private:
     static constexpr std::size_t pieceSize = 1 << 16;
 
     ReportText& appendBeyondPiece(std::string_view text);
+    /// The end of what is gathered, with room for a number behind it.
+    char* roomForNumber();
     void flush();
 
     std::ostream& output;

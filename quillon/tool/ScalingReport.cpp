@@ -18,13 +18,14 @@ constexpr float greatestReal = std::numeric_limits<float>::max();
 
 } // namespace
 
-LmStr scaleFloatText(const ScaleFloat& number) {
+void writeScaleFloatText(ReportText& out, const ScaleFloat& number) {
     if (number.measuredId == 0) {
-        return numberText(number.value);
+        out << number.value;
+        return;
     }
     LmOSStream stream;
     number.print(stream);
-    return LmStr(stream.str());
+    out << stream.str();
 }
 
 bool isInfiniteLimit(const ScaleFloat& limit) {
@@ -32,55 +33,47 @@ bool isInfiniteLimit(const ScaleFloat& limit) {
            (limit.value == greatestReal || limit.value == -greatestReal);
 }
 
-namespace {
-
-void appendScaleFloat(std::string& text, const ScaleFloat& number) {
-    if (number.measuredId == 0) {
-        appendNumber(text, number.value);
-    } else {
-        text += scaleFloatText(number).view();
-    }
-}
-
-} // namespace
-
-LmStr scaleMappingText(const LqBasicVarMapping<ScaleFloat>& mapping) {
-    if (mapping.id == 0) {
-        return {};
-    }
-    std::string text;
+void writeScaleMappingText(ReportText& out, const LqBasicVarMapping<ScaleFloat>& mapping) {
     if (mapping.id > 0) {
-        text = "s";
-        text += std::to_string(mapping.id);
-        return LmStr(std::string_view(text));
+        out << "s" << mapping.id;
     }
+    if (mapping.id >= 0) {
+        return;
+    }
+    const char* separator = "";
     if (mapping.constant != ScaleFloat{}) {
-        appendScaleFloat(text, mapping.constant);
+        writeScaleFloatText(out, mapping.constant);
+        separator = "+";
     }
     for (const LqLinearTerm<ScaleFloat>* term : mapping.termList()) {
-        text += text.empty() ? "" : "+";
+        out << separator;
         if (term->coefficient != ScaleFloat{.value = 1.0F}) {
-            appendScaleFloat(text, term->coefficient);
-            text += "*";
+            writeScaleFloatText(out, term->coefficient);
+            out << "*";
         }
-        text += "s";
-        text += std::to_string(term->sysVar);
+        out << "s" << term->sysVar;
+        separator = "+";
     }
-    return LmStr(std::string_view(text));
 }
 
 // --- Records of definitions and poses ----------------------------------------------------------------------
 
 namespace {
 
-LmStr vectorText(const LmVec3& vector) {
-    return writeVector3(vector[0], vector[1], vector[2]);
+void writeLimit(ReportText& out, const char* label, const ScaleFloat& limit) {
+    out << label;
+    writeScaleFloatText(out, limit);
+}
+
+void writeVector(ReportText& out, const char* label, const LmVec3& vector) {
+    out << label;
+    writeVector3(out, vector);
 }
 
 /// The vector divided by its magnitude; NaN for a zero vector.
-LmStr directionText(const LmVec3& vector) {
+void writeDirection(ReportText& out, const char* label, const LmVec3& vector) {
     const float magnitude = length(vector);
-    return writeVector3(vector[0] / magnitude, vector[1] / magnitude, vector[2] / magnitude);
+    writeVector(out, label, {vector[0] / magnitude, vector[1] / magnitude, vector[2] / magnitude});
 }
 
 /// The first word of a line and the pose that the record belongs to, if it does.
@@ -92,15 +85,12 @@ void beginRecord(ReportText& out, const char* word, const LmStr& poseName) {
 }
 
 void writeTransforms(ReportText& out, const LqScaleDefData::PositionConst_t& constraint) {
-    LmDArray<ValueSpec> entries;
+    ValueList list(out, "transforms");
     for (int k = 0; k < constraint.transformOrder.count(); ++k) {
-        const LmStr text = scaleMappingText(constraint.mapping[k]);
-        if (!text.isNull()) {
-            entries.append({transformLabel(constraint.transformOrder[k]), text});
+        if (constraint.mapping[k].id != 0) {
+            writeScaleMappingText(list.addEntry(transformLabel(constraint.transformOrder[k])),
+                                  constraint.mapping[k]);
         }
-    }
-    if (entries.count() != 0) {
-        writeValueList(out, "transforms", entries);
     }
 }
 
@@ -112,10 +102,10 @@ void writeLimitOverrides(ReportText& out, const LmStr& poseName,
         beginRecord(out, "scaling_sys_var_limit_override", poseName);
         out << " sys_var=v" << limits.sysVarId;
         if (limits.lower.baseValue() > -greatestReal) {
-            out << " lower_limit=" << scaleFloatText(limits.lower);
+            writeLimit(out, " lower_limit=", limits.lower);
         }
         if (limits.upper.baseValue() < greatestReal) {
-            out << " upper_limit=" << scaleFloatText(limits.upper);
+            writeLimit(out, " upper_limit=", limits.upper);
         }
         out << "\n";
     }
@@ -125,9 +115,10 @@ void writeVectorConstraints(ReportText& out, const LmStr& poseName,
                             const LmArray<LqScaleDefData::GlobalConst_t>& constraints) {
     for (const LqScaleDefData::GlobalConst_t& constraint : constraints) {
         beginRecord(out, "scaling_vector_constraint", poseName);
-        out << " body=" << constraint.bodyName << " local_direction=" << directionText(constraint.local)
-            << " global_direction=" << directionText(constraint.global)
-            << " weight=" << length(constraint.local) * length(constraint.global) << "\n";
+        out << " body=" << constraint.bodyName;
+        writeDirection(out, " local_direction=", constraint.local);
+        writeDirection(out, " global_direction=", constraint.global);
+        out << " weight=" << length(constraint.local) * length(constraint.global) << "\n";
     }
 }
 
@@ -141,7 +132,7 @@ void writePositionConstraint(ReportText& out, const LmStr& poseName,
     out << " weight=" << constraint.weight;
     const LmVec3& local = constraint.localPosition;
     if (local[0] != 0.0F || local[1] != 0.0F || local[2] != 0.0F) {
-        out << " local=" << vectorText(local);
+        writeVector(out, " local=", local);
     }
     writeTransformAttribute(out, "base_transform", constraint.baseTranslation, constraint.baseRotation);
     writeTransforms(out, constraint);
@@ -160,10 +151,10 @@ void writeScaleVars(ReportText& out, const LqScaleDefData& scaleDef) {
             out << " description=\"" << var.description << "\"";
         }
         if (!isInfiniteLimit(var.lower)) {
-            out << " lower_limit=" << scaleFloatText(var.lower);
+            writeLimit(out, " lower_limit=", var.lower);
         }
         if (!isInfiniteLimit(var.upper)) {
-            out << " upper_limit=" << scaleFloatText(var.upper);
+            writeLimit(out, " upper_limit=", var.upper);
         }
         out << "\n";
     }
@@ -192,10 +183,10 @@ void writeBodyScaling(ReportText& out, const LqScaleDefData::BodyParams_t& body)
         if (!body.bodyName.isNull()) {
             out << " body=" << body.bodyName;
         }
-        out << " direction=" << vectorText(*axes[axis]);
-        const LmStr value = scaleMappingText(body.scale[axis]);
-        if (!value.isNull()) {
-            out << " value=" << value;
+        writeVector(out, " direction=", *axes[axis]);
+        if (body.scale[axis].id != 0) {
+            out << " value=";
+            writeScaleMappingText(out, body.scale[axis]);
         }
         out << "\n";
     }
@@ -206,8 +197,14 @@ void writeTempMarker(ReportText& out, const LqScaleDefData::TempData_t& temp) {
     if (!temp.relativeBody.isNull() && temp.relativeBody != temp.attachedBody) {
         out << " relative_body=" << temp.relativeBody;
     }
-    out << " weight=" << temp.weight << " local=(" << scaleFloatText(temp.position[0]) << " "
-        << scaleFloatText(temp.position[1]) << " " << scaleFloatText(temp.position[2]) << ")\n";
+    out << " weight=" << temp.weight << " local=(";
+    const char* separator = "";
+    for (const ScaleFloat& coordinate : temp.position) {
+        out << separator;
+        writeScaleFloatText(out, coordinate);
+        separator = " ";
+    }
+    out << ")\n";
 }
 
 void writePositionConstraints(ReportText& out, const LmStr& poseName,

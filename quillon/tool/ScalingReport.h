@@ -12,15 +12,15 @@ namespace quillon {
 void writeScalingSection(ReportText& out, const LqScaleDefData& scaleDef);
 
 /// The number as `ScaleFloat::print` prints it.
-LmStr scaleFloatText(const LqScaleDefData::ScaleFloat& number);
+void writeScaleFloatText(ReportText& out, const LqScaleDefData::ScaleFloat& number);
 
 /// Whether a limit is a literal and the greatest or the least 32-bit real: either counts as none for both
 /// limits of a scaling variable.
 bool isInfiniteLimit(const LqScaleDefData::ScaleFloat& limit);
 
-/// As `mappingText`, with scaling variables: "s" and the number of a variable, or the constant and the terms
-/// of a combination; null for a mapping of id 0.
-LmStr scaleMappingText(const LqBasicVarMapping<LqScaleDefData::ScaleFloat>& mapping);
+/// As `writeMappingText`, with scaling variables: "s" and the number of a variable, or the constant and the
+/// terms of a combination.
+void writeScaleMappingText(ReportText& out, const LqBasicVarMapping<LqScaleDefData::ScaleFloat>& mapping);
 
 // The printers of records that poses hold too. `poseName` stands behind the first word of each line; it is
 // null outside of poses.

@@ -5,6 +5,7 @@
 #include "quillon/tool/RecordIndex.h"
 #include "quillon/tool/ReportAttributes.h"
 #include "tests/support/StatusChain.h"
+#include "tests/tool/WrittenText.h"
 
 #include <gtest/gtest.h>
 #include <sstream>
@@ -12,6 +13,8 @@
 
 namespace quillon {
 namespace {
+
+using test::written;
 
 struct Report {
     std::string out;
@@ -187,15 +190,18 @@ TEST(ProblemReport, IsWholeBeyondTheSizeOfOnePiece) {
     EXPECT_EQ(reportOf(bundle).out, expected);
 }
 
-TEST(MappingText, FollowsTheFormOfTheMapping) {
-    EXPECT_TRUE(mappingText(LqBasicVarMapping<float>(0)).isNull());
-    EXPECT_EQ(mappingText(LqBasicVarMapping<float>(12)), "v12");
-    EXPECT_EQ(mappingText(combination(0, {})), "");
-    EXPECT_EQ(mappingText(combination(-0.0F, {})), "");
-    EXPECT_EQ(mappingText(combination(0.5F, {})), "0.5");
-    EXPECT_EQ(mappingText(combination(0.5F, {{3, -2}, {4, 1}})), "0.5+-2*v3+v4");
-    EXPECT_EQ(mappingText(combination(0, {{3, 1}, {4, 0}})), "v3+0*v4");
-    EXPECT_EQ(mappingText(combination(1, {{3, 1}})), "1+v3");
+TEST(WriteMappingText, FollowsTheFormOfTheMapping) {
+    const auto textOf = [](const LqBasicVarMapping<float>& mapping) {
+        return written([&mapping](ReportText& out) { writeMappingText(out, mapping); });
+    };
+    EXPECT_EQ(textOf(LqBasicVarMapping<float>(0)), "");
+    EXPECT_EQ(textOf(LqBasicVarMapping<float>(12)), "v12");
+    EXPECT_EQ(textOf(combination(0, {})), "");
+    EXPECT_EQ(textOf(combination(-0.0F, {})), "");
+    EXPECT_EQ(textOf(combination(0.5F, {})), "0.5");
+    EXPECT_EQ(textOf(combination(0.5F, {{3, -2}, {4, 1}})), "0.5+-2*v3+v4");
+    EXPECT_EQ(textOf(combination(0, {{3, 1}, {4, 0}})), "v3+0*v4");
+    EXPECT_EQ(textOf(combination(1, {{3, 1}})), "1+v3");
 }
 
 TEST(TransformLabel, NamesTheSixTransforms) {
@@ -215,32 +221,28 @@ TEST(TransformLabel, RemarksOnAnyOtherNumberOnStandardError) {
 }
 
 TEST(WriteVector3, PutsTheNumbersInParentheses) {
-    EXPECT_EQ(writeVector3(0.1F, -2.0F, 1e-7F), "(0.1 -2 1e-07)");
-    EXPECT_EQ(writeVector3(-1.23456e-38F, -1.23456e-38F, -1.23456e-38F),
+    const auto textOf = [](const LmVec3& vector) {
+        return written([&vector](ReportText& out) { writeVector3(out, vector); });
+    };
+    EXPECT_EQ(textOf({0.1F, -2.0F, 1e-7F}), "(0.1 -2 1e-07)");
+    EXPECT_EQ(textOf({-1.23456e-38F, -1.23456e-38F, -1.23456e-38F}),
               "(-1.23456e-38 -1.23456e-38 -1.23456e-38)");
 }
 
-TEST(WriteValueList, SeparatesItsEntriesByOneBlank) {
-    std::ostringstream stream;
-    LmDArray<ValueSpec> entries;
-    addValue(entries, "a", 1.5F);
-    addValue(entries, "b", 0.0F);
-    addValue(entries, "c", -0.0F);
-    addValue(entries, "d", -2.0F);
-    {
-        ReportText out(stream);
-        writeValueList(out, "list", entries);
-    }
-    EXPECT_EQ(stream.str(), " list=(a=1.5 d=-2)");
+TEST(ValueList, SeparatesItsEntriesByOneBlank) {
+    EXPECT_EQ(written([](ReportText& out) {
+                  ValueList list(out, "list");
+                  addValue(list, "a", 1.5F);
+                  addValue(list, "b", 0.0F);
+                  addValue(list, "c", -0.0F);
+                  addValue(list, "d", -2.0F);
+                  list.addEntry("e");
+              }),
+              " list=(a=1.5 d=-2 e=)");
 }
 
-TEST(WriteValueList, WritesEmptyParenthesesWithoutEntries) {
-    std::ostringstream stream;
-    {
-        ReportText out(stream);
-        writeValueList(out, "list", LmDArray<ValueSpec>());
-    }
-    EXPECT_EQ(stream.str(), " list=()");
+TEST(ValueList, WritesNothingWithoutEntries) {
+    EXPECT_EQ(written([](ReportText& out) { const ValueList list(out, "list"); }), "");
 }
 
 TEST(WriteTransformAttribute, LeavesOutZerosOneByOneAndAnIdentityAltogether) {
@@ -259,12 +261,10 @@ TEST(WriteTransformAttribute, LeavesOutZerosOneByOneAndAnIdentityAltogether) {
         {{1, 2, 3}, quarterTurn, " base=(tx=1 ty=2 tz=3 rz=1.5708)"},
     };
     for (const auto& [translation, rotation, text] : cases) {
-        std::ostringstream stream;
-        {
-            ReportText out(stream);
-            writeTransformAttribute(out, "base", translation, rotation);
-        }
-        EXPECT_EQ(stream.str(), text);
+        const LmVec3& offset = translation;
+        const LmMat3& turn = rotation;
+        EXPECT_EQ(written([&](ReportText& out) { writeTransformAttribute(out, "base", offset, turn); }),
+                  text);
     }
 }
 

@@ -3,6 +3,7 @@
 #include "quillon/tool/LqProblemBundle.h"
 #include "quillon/tool/ProblemReport.h"
 #include "tests/support/StatusChain.h"
+#include "tests/tool/WrittenText.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -13,6 +14,8 @@
 
 namespace quillon {
 namespace {
+
+using test::written;
 
 using ScaleFloat = LqScaleDefData::ScaleFloat;
 
@@ -266,17 +269,6 @@ TEST(ScalingReport, StandsBehindTheFirstHalf) {
 
 // --- The record printers by themselves ---------------------------------------------------------------------
 
-/// What a printer writes.
-template <class Printer>
-std::string textOf(const Printer& print) {
-    std::ostringstream stream;
-    {
-        ReportText out(stream);
-        print(out);
-    }
-    return stream.str();
-}
-
 LmDArray<LqScaleDefData::LimitOverride_t>
 limitOverrides(std::initializer_list<LqScaleDefData::LimitOverride_t> records) {
     LmDArray<LqScaleDefData::LimitOverride_t> overrides;
@@ -290,7 +282,7 @@ TEST(WriteLimitOverrides, PutsThePoseBehindTheFirstWordUnlessItsNameIsNull) {
     const auto overrides =
         limitOverrides({{3, literal(-0.1F), literal(infinity)}, {12, literal(0), literal(1)}});
     const auto textIn = [&overrides](const LmStr& poseName) {
-        return textOf([&](ReportText& out) { writeLimitOverrides(out, poseName, overrides); });
+        return written([&](ReportText& out) { writeLimitOverrides(out, poseName, overrides); });
     };
     EXPECT_EQ(textIn(LmStr()), "scaling_sys_var_limit_override sys_var=v3 lower_limit=-0.1\n"
                                "scaling_sys_var_limit_override sys_var=v12 lower_limit=0 upper_limit=1\n");
@@ -326,13 +318,13 @@ TEST(WriteLimitOverrides, ComparesEachLimitWithTheInfinityOnItsOwnSide) {
     };
     for (const auto& [lower, upper, limits] : cases) {
         const auto overrides = limitOverrides({{-1, lower, upper}});
-        EXPECT_EQ(textOf([&](ReportText& out) { writeLimitOverrides(out, LmStr(), overrides); }),
+        EXPECT_EQ(written([&](ReportText& out) { writeLimitOverrides(out, LmStr(), overrides); }),
                   "scaling_sys_var_limit_override sys_var=v-1" + std::string(limits) + "\n");
     }
 }
 
 TEST(WriteLimitOverrides, WritesNothingWithoutRecords) {
-    EXPECT_EQ(textOf([](ReportText& out) { writeLimitOverrides(out, "Default", {}); }), "");
+    EXPECT_EQ(written([](ReportText& out) { writeLimitOverrides(out, "Default", {}); }), "");
 }
 
 TEST(WriteVectorConstraints, WritesUnitDirectionsAndTheProductOfTheMagnitudes) {
@@ -340,21 +332,21 @@ TEST(WriteVectorConstraints, WritesUnitDirectionsAndTheProductOfTheMagnitudes) {
     constraints.append({"Pelvis", {1, 0, 0}, {0, 1, 0}});
     // As the reader leaves them, with one magnitude: 3, whose square is the weight.
     constraints.append({"left foot", {2, -2, 1}, {0, 0, -3}});
-    EXPECT_EQ(textOf([&](ReportText& out) { writeVectorConstraints(out, "Default", constraints); }),
+    EXPECT_EQ(written([&](ReportText& out) { writeVectorConstraints(out, "Default", constraints); }),
               "scaling_vector_constraint pose=Default body=Pelvis local_direction=(1 0 0) "
               "global_direction=(0 1 0) weight=1\n"
               "scaling_vector_constraint pose=Default body=left foot local_direction=(0.666667 -0.666667 "
               "0.333333) global_direction=(0 0 -1) weight=9\n");
-    EXPECT_EQ(textOf([&](ReportText& out) { writeVectorConstraints(out, LmStr(), constraints); }),
+    EXPECT_EQ(written([&](ReportText& out) { writeVectorConstraints(out, LmStr(), constraints); }),
               "scaling_vector_constraint body=Pelvis local_direction=(1 0 0) "
               "global_direction=(0 1 0) weight=1\n"
               "scaling_vector_constraint body=left foot local_direction=(0.666667 -0.666667 "
               "0.333333) global_direction=(0 0 -1) weight=9\n");
-    EXPECT_EQ(textOf([](ReportText& out) { writeVectorConstraints(out, "Default", {}); }), "");
+    EXPECT_EQ(written([](ReportText& out) { writeVectorConstraints(out, "Default", {}); }), "");
 }
 
 std::string positionText(const LmStr& poseName, const LqScaleDefData::PositionConst_t& constraint) {
-    return textOf([&](ReportText& out) { writePositionConstraint(out, poseName, constraint); });
+    return written([&](ReportText& out) { writePositionConstraint(out, poseName, constraint); });
 }
 
 TEST(WritePositionConstraint, LeavesOutWhatIsZeroOrTheGlobalFrame) {
@@ -469,18 +461,21 @@ TEST(IsInfiniteLimit, TakesEitherInfinityForNone) {
     EXPECT_FALSE(isInfiniteLimit({.value = infinity, .offset = 1}));
 }
 
-TEST(ScaleMappingText, FollowsTheFormOfTheMapping) {
-    const auto combination = [](const ScaleFloat& constant,
-                                std::initializer_list<LqLinearTerm<ScaleFloat>> terms) {
+TEST(WriteScaleMappingText, FollowsTheFormOfTheMapping) {
+    const auto textOf = [](const LqBasicVarMapping<ScaleFloat>& mapping) {
+        return written([&mapping](ReportText& out) { writeScaleMappingText(out, mapping); });
+    };
+    const auto combination = [&textOf](const ScaleFloat& constant,
+                                       std::initializer_list<LqLinearTerm<ScaleFloat>> terms) {
         LqBasicVarMapping<ScaleFloat> mapping(-1);
         mapping.constant = constant;
         for (const LqLinearTerm<ScaleFloat>& term : terms) {
             mapping.appendTerm(term.sysVar, term.coefficient);
         }
-        return scaleMappingText(mapping);
+        return textOf(mapping);
     };
-    EXPECT_TRUE(scaleMappingText(LqBasicVarMapping<ScaleFloat>(0)).isNull());
-    EXPECT_EQ(scaleMappingText(LqBasicVarMapping<ScaleFloat>(12)), "s12");
+    EXPECT_EQ(textOf(LqBasicVarMapping<ScaleFloat>(0)), "");
+    EXPECT_EQ(textOf(LqBasicVarMapping<ScaleFloat>(12)), "s12");
     EXPECT_EQ(combination(literal(0), {}), "");
     EXPECT_EQ(combination(literal(0.5F), {}), "0.5");
     EXPECT_EQ(combination(offsetFrom(2, 0), {}), "[m2 0]");
