@@ -7,126 +7,19 @@
 // best; it is what the figures per body and the ratios are made of, since other work on the machine disturbs
 // it less.
 
-#include <algorithm>
-#include <array>
-#include <chrono>
+#include "bench/ProcessTiming.h"
+
 #include <cstdio>
-#include <cstdlib>
-#include <fcntl.h>
 #include <filesystem>
-#include <spawn.h>
 #include <string>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
 #include <vector>
 
 namespace {
 
 namespace fs = std::filesystem;
-using Clock = std::chrono::steady_clock;
-
-/// One way to run a program: what, and where its standard output goes.
-struct Command {
-    std::vector<std::string> arguments;
-    std::string output = "/dev/null";
-};
-
-/// The cost of one run.
-struct Run {
-    double microseconds;
-    double processorMicroseconds;
-    double peakMegabytes;
-};
-
-struct Summary {
-    double best;
-    double median;
-    double processor;
-    double peakMegabytes;
-};
-
-[[noreturn]] void fail(const std::string& why) {
-    std::fprintf(stderr, "info_benchmark: %s\n", why.c_str());
-    std::exit(1);
-}
-
-double microsecondsOf(const timeval& time) {
-    return 1e6 * static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec);
-}
-
-Run runOnce(Command command) {
-    std::vector<char*> arguments;
-    for (std::string& argument : command.arguments) {
-        arguments.push_back(argument.data());
-    }
-    arguments.push_back(nullptr);
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, command.output.c_str(),
-                                     O_WRONLY | O_CREAT | O_TRUNC, 0600);
-    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
-    const Clock::time_point start = Clock::now();
-    pid_t child = 0;
-    int status = 0;
-    rusage usage{};
-    if (posix_spawn(&child, arguments[0], &actions, nullptr, arguments.data(), environ) != 0 ||
-        wait4(child, &status, 0, &usage) != child || !WIFEXITED(status) || WEXITSTATUS(status) != 0) {
-        fail("a run of " + command.arguments[0] + " failed.");
-    }
-    const std::chrono::duration<double, std::micro> time = Clock::now() - start;
-    posix_spawn_file_actions_destroy(&actions);
-    return {time.count(), microsecondsOf(usage.ru_utime) + microsecondsOf(usage.ru_stime),
-            static_cast<double>(usage.ru_maxrss) / 1024.0};
-}
-
-/// Runs for about a second, but at least five times and at most 400 times.
-Summary measure(const Command& command) {
-    std::vector<double> times;
-    double peak = 0.0;
-    double processor = runOnce(command).processorMicroseconds;
-    const Clock::time_point end = Clock::now() + std::chrono::seconds(1);
-    while (times.size() < 5 || (times.size() < 400 && Clock::now() < end)) {
-        const Run run = runOnce(command);
-        times.push_back(run.microseconds);
-        processor = std::min(processor, run.processorMicroseconds);
-        peak = std::max(peak, run.peakMegabytes);
-    }
-    std::sort(times.begin(), times.end());
-    return {times.front(), times[times.size() / 2], processor, peak};
-}
-
-double megabytesIn(const fs::path& directory) {
-    double sum = 0.0;
-    for (const fs::directory_entry& entry : fs::directory_iterator(directory)) {
-        sum += static_cast<double>(entry.file_size());
-    }
-    return sum / 1e6;
-}
-
-/// The directory that everything is generated in; removed at the end.
-class WorkDirectory {
-public:
-    WorkDirectory() {
-        std::string name = (fs::temp_directory_path() / "quillon-bench-XXXXXX").string();
-        if (mkdtemp(name.data()) == nullptr) {
-            fail("no directory for the generated files.");
-        }
-        path_ = name;
-    }
-    WorkDirectory(const WorkDirectory&) = delete;
-    WorkDirectory& operator=(const WorkDirectory&) = delete;
-    ~WorkDirectory() {
-        fs::current_path("/");
-        std::error_code ignored;
-        fs::remove_all(path_, ignored);
-    }
-
-    const fs::path& path() const { return path_; }
-
-private:
-    fs::path path_;
-};
+using bench::measure;
+using bench::runOnce;
+using bench::Summary;
 
 struct Row {
     int bodies;
@@ -144,7 +37,7 @@ std::vector<Row> measureFamilies(const std::string& tool, const std::string& gen
     for (const int bodies : {50, 1000, 10000, 100000}) {
         const fs::path directory = work / (shape + std::to_string(bodies));
         runOnce({{generator, std::to_string(bodies), directory.string(), shape}});
-        const double input = megabytesIn(directory);
+        const double input = bench::megabytesIn(directory);
         fs::current_path(directory);
         const Row row{bodies, measure({{tool, "info", "family.zvx"}})};
         std::printf("%-6s %7d %9.3f %9.0f %9.0f %9.0f %9.3f %7.1f %8.2f %9.2f\n", "", bodies, input,
@@ -187,7 +80,7 @@ int main(int argumentCount, char** argumentTexts) {
         std::fputs("Usage: info_benchmark TOOL HELLO GENERATE_FAMILY [CHECK_URDF GENERATE_URDF]\n", stderr);
         return 1;
     }
-    const WorkDirectory work;
+    const bench::WorkDirectory work;
     const Summary hello = measure({{arguments[2]}});
     std::printf("One line through an ostream: best %.0f us, median %.0f us, cpu %.0f us, peak %.2f MB\n",
                 hello.best, hello.median, hello.processor, hello.peakMegabytes);

@@ -18,17 +18,18 @@ constexpr int significantDigits = 6;
 constexpr std::uint64_t integerPowers[] = {1,      10,      100,      1000,      10000,
                                            100000, 1000000, 10000000, 100000000, 1000000000};
 
-/// The powers of ten from 10^-3 to 10^5. No 32-bit real lies between a power of ten and the double next to
+/// The powers of ten from 10^-4 to 10^6. No 32-bit real lies between a power of ten and the double next to
 /// it, so comparing with these is exact.
-constexpr double realPowers[] = {1e-3, 1e-2, 1e-1, 1e0, 1e1, 1e2, 1e3, 1e4, 1e5};
+constexpr int lowestPower = -4;
+constexpr double realPowers[] = {1e-4, 1e-3, 1e-2, 1e-1, 1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6};
 
 /// The exponent of ten of the first digit of a value from 1e-4 to below 1e6.
-int decimalExponent(double magnitude) {
-    int exponent = -4;
-    for (const double power : realPowers) {
-        exponent += magnitude >= power ? 1 : 0;
-    }
-    return exponent;
+int decimalExponent(float magnitude) {
+    const int binaryExponent = static_cast<int>(std::bit_cast<std::uint32_t>(magnitude) >> 23) - 127;
+    // 1233 / 4096 is near enough to the logarithm of 2 that the power of 2 below the value gets its own
+    // exponent of ten; the value's is that or the next.
+    const int exponent = (binaryExponent * 1233) >> 12;
+    return static_cast<double>(magnitude) >= realPowers[exponent + 1 - lowestPower] ? exponent + 1 : exponent;
 }
 
 /// The first six digits of a value from 1e-4 to below 1e6 as an integer, rounded half to even. Exact: the 24
@@ -97,7 +98,7 @@ char* formatReal(char* text, float value) {
     }
     const auto wide = static_cast<double>(value);
     if (std::fabs(wide) >= 1e-4 && magnitude < 999999.5F) {
-        int exponent = decimalExponent(std::fabs(wide));
+        int exponent = decimalExponent(magnitude);
         std::uint64_t digits = roundedDigits(magnitude, exponent);
         if (digits == integerPowers[significantDigits]) {
             digits = integerPowers[significantDigits - 1];

@@ -14,29 +14,6 @@ namespace quillon {
 
 namespace {
 
-/// Names the protected read pointers of a stream buffer. Never constructed.
-struct ReadPointers : std::streambuf {
-    using std::streambuf::egptr;
-    using std::streambuf::gbump;
-    using std::streambuf::gptr;
-};
-
-} // namespace
-
-const char* ReadArea::begin() const {
-    return (buffer.*(&ReadPointers::gptr))();
-}
-
-const char* ReadArea::end() const {
-    return (buffer.*(&ReadPointers::egptr))();
-}
-
-void ReadArea::take(std::size_t count) {
-    (buffer.*(&ReadPointers::gbump))(static_cast<int>(count));
-}
-
-namespace {
-
 /// Whether the buffer may be looked into: a stream that is good has one, and nothing is to be flushed first.
 bool isReady(const std::istream& input) {
     return input.good() && input.tie() == nullptr;
@@ -144,9 +121,35 @@ bool skipWhiteSpace(std::istream& input) {
     return !input.fail();
 }
 
+int peekChar(std::istream& input) {
+    if (isReady(input)) {
+        const ReadArea area(*input.rdbuf());
+        if (area.begin() != area.end()) {
+            return std::char_traits<char>::to_int_type(*area.begin());
+        }
+    }
+    return input.peek();
+}
+
+int takeChar(std::istream& input) {
+    if (isReady(input)) {
+        ReadArea area(*input.rdbuf());
+        if (area.begin() != area.end()) {
+            const int next = std::char_traits<char>::to_int_type(*area.begin());
+            area.take(1);
+            return next;
+        }
+    }
+    return input.get();
+}
+
 bool extractChar(std::istream& input, char& c) {
-    input.get(c);
-    return !input.fail();
+    const int next = takeChar(input);
+    if (next == std::char_traits<char>::eof()) {
+        return false;
+    }
+    c = std::char_traits<char>::to_char_type(next);
+    return true;
 }
 
 bool skipChars(std::istream& input, int count) {

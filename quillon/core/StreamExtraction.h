@@ -22,6 +22,10 @@ bool extractDouble(std::istream& input, double& value);
 bool extractFloat(std::istream& input, float& value);
 /// `input >> std::ws`.
 bool skipWhiteSpace(std::istream& input);
+/// `input.peek()`: the next character, which stays, or the stream's end mark.
+int peekChar(std::istream& input);
+/// `input.get()`: the next character or the stream's end mark.
+int takeChar(std::istream& input);
 /// `input.get(c)`.
 bool extractChar(std::istream& input, char& c);
 /// `input.ignore(count)`: skips exactly `count` characters, whatever they are.
@@ -44,12 +48,19 @@ class ReadArea {
 public:
     explicit ReadArea(std::streambuf& buffer) : buffer(buffer) {}
 
-    const char* begin() const;
-    const char* end() const;
+    const char* begin() const { return (buffer.*(&Pointers::gptr))(); }
+    const char* end() const { return (buffer.*(&Pointers::egptr))(); }
     /// Takes `count` of the waiting characters.
-    void take(std::size_t count);
+    void take(std::size_t count) { (buffer.*(&Pointers::gbump))(static_cast<int>(count)); }
 
 private:
+    /// Names the protected read pointers of a stream buffer. Never constructed.
+    struct Pointers : std::streambuf {
+        using std::streambuf::egptr;
+        using std::streambuf::gbump;
+        using std::streambuf::gptr;
+    };
+
     std::streambuf& buffer;
 };
 

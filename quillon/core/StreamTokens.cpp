@@ -18,14 +18,14 @@ constexpr int eof = std::char_traits<char>::eof();
 
 bool skipStreamComments(std::istream& input) {
     for (;;) {
-        const int c = input.peek();
+        const int c = peekChar(input);
         if (c == eof) {
             return false;
         }
         if (c == '#') {
             skipRestOfLine(input, std::numeric_limits<int>::max());
         } else if (c != '\n' && isSpace(static_cast<char>(c))) {
-            input.get();
+            takeChar(input);
         } else {
             return true;
         }
@@ -34,10 +34,10 @@ bool skipStreamComments(std::istream& input) {
 
 bool skipStreamSpace(std::istream& input) {
     while (skipStreamComments(input)) {
-        if (!isSpace(static_cast<char>(input.peek()))) {
+        if (!isSpace(static_cast<char>(peekChar(input)))) {
             return true;
         }
-        input.get();
+        takeChar(input);
     }
     return false;
 }
@@ -77,15 +77,15 @@ std::int32_t readStreamInt(std::istream& input, const char* what) {
 
 LmStr readStreamString(std::istream& input, const char* what) {
     skipStreamSpace(input);
-    if (input.peek() != '"') {
+    if (peekChar(input) != '"') {
         LmStr word;
         word.readWord(input);
         checkStream(input, what);
         return word;
     }
-    input.get();
+    takeChar(input);
     std::string text;
-    for (int c = input.get(); c != '"'; c = input.get()) {
+    for (int c = takeChar(input); c != '"'; c = takeChar(input)) {
         if (c == '\n' || c == eof) {
             pushErrorf("Hit end of line in string reading %s", what);
             return {};

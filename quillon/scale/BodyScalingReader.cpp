@@ -24,13 +24,16 @@ public:
     bool readBody();
 
 private:
+    void nameBody(const LmStr& name);
     bool readAxes(BodyParams_t& body);
-    bool readAxis(const std::string& name, LmVec3& axis);
+    bool readAxis(const char* name, LmVec3& axis);
     bool readMappings(BodyParams_t& body);
+    const char* ofBody(const char* item);
 
     std::istream& input;
     ScaleDefContext& context;
     std::string suffix; ///< tells the body in messages: its name, and its number among those that are kept
+    std::string what;   ///< the item in hand with the suffix
 };
 
 bool BodyScalingReader::readBody() {
@@ -38,8 +41,7 @@ bool BodyScalingReader::readBody() {
     if (errorStands()) {
         return false;
     }
-    suffix = " for body " + std::string(name.view()) + " (#" +
-             std::to_string(context.bodyParams.count() + 1) + ")";
+    nameBody(name);
     BodyParams_t& body = context.bodyParams.append();
     body.bodyName = name;
     skipLine(input);
@@ -53,6 +55,21 @@ bool BodyScalingReader::readBody() {
                      name.c_str());
     }
     return true;
+}
+
+void BodyScalingReader::nameBody(const LmStr& name) {
+    suffix = " for body ";
+    suffix += name.view();
+    suffix += " (#";
+    suffix += std::to_string(context.bodyParams.count() + 1);
+    suffix += ")";
+}
+
+/// The item's name in messages; valid until the next call.
+const char* BodyScalingReader::ofBody(const char* item) {
+    what = item;
+    what += suffix;
+    return what.c_str();
 }
 
 /// Reads the first and the second axis, each on a line of its own; the third one follows from them.
@@ -87,16 +104,16 @@ bool BodyScalingReader::readAxes(BodyParams_t& body) {
     return true;
 }
 
-bool BodyScalingReader::readAxis(const std::string& name, LmVec3& axis) {
-    axis = readVectorValue(input, (name + suffix).c_str());
+bool BodyScalingReader::readAxis(const char* name, LmVec3& axis) {
+    axis = readVectorValue(input, ofBody(name));
     return !errorStands();
 }
 
 bool BodyScalingReader::readMappings(BodyParams_t& body) {
-    constexpr std::array<const char*, 3> axisNames = {"first", "second", "third"};
-    for (std::size_t i = 0; i < axisNames.size(); ++i) {
-        const std::string what = axisNames[i] + (" scale variable" + suffix);
-        body.scale[i] = context.readScaleMapping(input, what.c_str());
+    constexpr std::array<const char*, 3> items = {"first scale variable", "second scale variable",
+                                                  "third scale variable"};
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        body.scale[i] = context.readScaleMapping(input, ofBody(items[i]));
         if (errorStands()) {
             return false;
         }

@@ -2,6 +2,7 @@
 
 #include "quillon/core/CharClass.h"
 #include "quillon/core/LmStatus.h"
+#include "quillon/core/StreamExtraction.h"
 #include "quillon/problem/LqProblemDefData.h"
 #include "quillon/scale/ScaleTokens.h"
 
@@ -42,7 +43,7 @@ LmStr ScaleDefContext::sysVarName(std::int32_t id) const {
 
 std::int32_t ScaleDefContext::readSysVarId(std::istream& input, const char* what) const {
     skipWhite(input);
-    if (isDigit(static_cast<char>(input.peek()))) {
+    if (isDigit(static_cast<char>(peekChar(input)))) {
         return readIntValue(input, what);
     }
     const LmStr name = readNameValue(input, what);

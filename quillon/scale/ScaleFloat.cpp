@@ -71,7 +71,7 @@ namespace {
 /// Reads the number of the measured constant behind "[". 0 after an error.
 std::int32_t readMeasuredId(std::istream& input) {
     scaleDef::skipWhite(input);
-    if (input.peek() != 'm') {
+    if (peekChar(input) != 'm') {
         pushErrorf("Invalid measured constant name.");
         return 0;
     }
@@ -90,7 +90,7 @@ std::int32_t readMeasuredId(std::istream& input) {
 /// Reads "+" and an offset, or a factor.
 void readFactorOrOffset(std::istream& input, scaleDef::ScaleFloat& reference) {
     scaleDef::skipWhite(input);
-    if (input.peek() == '+') {
+    if (peekChar(input) == '+') {
         skipChars(input, 1);
         reference.offset = scaleDef::readFloatValue(input, "measured constant offset");
     } else {
@@ -111,7 +111,7 @@ scaleDef::ScaleFloat readReference(std::istream& input) {
         return {};
     }
     scaleDef::skipWhite(input);
-    if (input.peek() != ']') {
+    if (peekChar(input) != ']') {
         pushErrorf("No ']' after measured constant specification.");
         return {};
     }
@@ -125,7 +125,7 @@ LqScaleDefData::ScaleFloat LqScaleDefData::readScaleFloat(std::istream& input, c
                                                           float infinity) {
     ScaleFloat literal;
     scaleDef::skipWhite(input);
-    switch (input.peek()) {
+    switch (peekChar(input)) {
     case '[':
         return readReference(input);
     case '*':

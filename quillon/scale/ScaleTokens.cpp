@@ -16,10 +16,10 @@ constexpr int endOfInput = std::char_traits<char>::eof();
 
 /// Takes a comment up to its line end, which stays. A comment at the very end of the input ends there.
 bool skipComment(std::istream& input) {
-    int next = input.peek();
+    int next = peekChar(input);
     while (next != '\n' && next != endOfInput) {
         skipChars(input, 1);
-        next = input.peek();
+        next = peekChar(input);
     }
     return next != endOfInput;
 }
@@ -28,7 +28,7 @@ bool skipComment(std::istream& input) {
 
 bool skipBlanks(std::istream& input) {
     for (;;) {
-        const int next = input.peek();
+        const int next = peekChar(input);
         if (next == endOfInput) {
             return false;
         }

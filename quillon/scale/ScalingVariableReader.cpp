@@ -2,6 +2,7 @@
 
 #include "quillon/core/LmSStream.h"
 #include "quillon/core/LmStatus.h"
+#include "quillon/core/StreamExtraction.h"
 #include "quillon/scale/ScaleDefContext.h"
 #include "quillon/scale/ScaleTokens.h"
 
@@ -65,7 +66,7 @@ bool ScalingVariableReader::readLimits(ScaleVar& scaleVar) {
 
 bool ScalingVariableReader::readDescription(ScaleVar& scaleVar) {
     // A comment behind the limits is no description.
-    if (!skipBlanks(input) || input.peek() == '\n') {
+    if (!skipBlanks(input) || peekChar(input) == '\n') {
         return true;
     }
     const LmStr what = "description for scaling variable " + scaleVar.name;

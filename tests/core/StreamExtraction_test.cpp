@@ -39,10 +39,10 @@ protected:
     std::string do_grouping() const override { return "\3"; }
 };
 
-enum class Operation { Int, Double, Float, White, Char, SkipChars, RestOfLine, Line, PartOfLine };
-constexpr int operationCount = 9;
-constexpr std::array operationNames{"extractInt",     "extractDouble", "extractFloat",
-                                    "skipWhiteSpace", "extractChar",   "skipChars",
+enum class Operation { Int, Double, Float, White, Peek, Take, Char, SkipChars, RestOfLine, Line, PartOfLine };
+constexpr int operationCount = 11;
+constexpr std::array operationNames{"extractInt",     "extractDouble", "extractFloat",     "skipWhiteSpace",
+                                    "peekChar",       "takeChar",      "extractChar",      "skipChars",
                                     "skipRestOfLine", "extractLine",   "extractPartOfLine"};
 
 /// What one extraction gave; the bits of reals, so that signed zeros and NaN compare.
@@ -92,6 +92,14 @@ Outcome byOurs(std::istream& input, Operation operation, int count) {
     case Operation::White:
         outcome.good = skipWhiteSpace(input);
         break;
+    case Operation::Peek:
+        outcome.integer = peekChar(input);
+        outcome.good = !input.fail();
+        break;
+    case Operation::Take:
+        outcome.integer = takeChar(input);
+        outcome.good = !input.fail();
+        break;
     case Operation::Char:
         outcome.good = extractChar(input, outcome.character);
         break;
@@ -135,6 +143,12 @@ Outcome byTheStandard(std::istream& input, Operation operation, int count) {
     }
     case Operation::White:
         input >> std::ws;
+        break;
+    case Operation::Peek:
+        outcome.integer = input.peek();
+        break;
+    case Operation::Take:
+        outcome.integer = input.get();
         break;
     case Operation::Char:
         input.get(outcome.character);
