@@ -268,7 +268,7 @@ TEST_F(ScaleDefWriterSections, WritesManyRecordsWithoutAScanForEach) {
         const std::string name = std::to_string(100000 + i);
         crowd.sysVars[i] = new LqPDDSysVar(count - i, name.c_str());
         definition.limitOverrides[i] = test::limit(count - i);
-        definition.scaleVars[i] = test::scaleVar(name.c_str());
+        new (&definition.scaleVars[i]) LqScaleDefData::ScaleVar(test::scaleVar(name.c_str()));
         limits += "  \"" + name + "\" 0 0\n";
         variables += "  " + name + " 0 1\n";
     }
