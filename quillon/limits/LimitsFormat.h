@@ -15,8 +15,6 @@ inline constexpr const char* lowerKey = "LOWER";
 inline constexpr const char* upperKey = "UPPER";
 inline constexpr const char* valueKey = "VALUE";
 inline constexpr const char* weightKey = "WEIGHT";
-inline constexpr const char* includeKey = "INCLUDE";
-inline constexpr const char* fileNameKey = "FILE_NAME";
 inline constexpr const char* idOffsetKey = "SYSTEM_VARIABLE_ID_OFFSET";
 
 // Compared exactly when read. Deliberately unlike the others: in small letters the first is an unexpected key

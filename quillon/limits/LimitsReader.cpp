@@ -6,8 +6,8 @@
 #include "quillon/core/TokenReader.h"
 #include "quillon/files/FileAccess.h"
 #include "quillon/files/FilesBeingRead.h"
+#include "quillon/files/IncludeSection.h"
 #include "quillon/files/LmIFStream.h"
-#include "quillon/files/VariableExpansion.h"
 #include "quillon/limits/LimitsFormat.h"
 #include "quillon/limits/LimitsIncludes.h"
 
@@ -170,33 +170,6 @@ bool VariableBlockReader::fill(LqVarLimits& record) const {
     return true;
 }
 
-/// Reads the text of one INCLUDE block. Returns false when an error stands.
-bool readIncludeBlock(std::string_view blockText, LqLimitsInclude& include, LmStatus& status) {
-    TaggedItems items(blockText, status);
-    while (items.next()) {
-        if (items.tagIs(format::fileNameKey)) {
-            include.fileName = items.value();
-            expandVariables(include.fileName, true);
-        } else if (items.tagIs(format::idOffsetKey)) {
-            if (!readInt(items.value(), include.idOffset, status)) {
-                status.pushError("Invalid value for " + items.tag() + ".");
-                return false;
-            }
-        } else {
-            reportUnexpectedKey(items.tag(), status);
-            return false;
-        }
-    }
-    if (status.errorStands()) {
-        return false;
-    }
-    if (include.fileName.length() == 0) {
-        status.pushError("No FILE_NAME specified.");
-        return false;
-    }
-    return true;
-}
-
 /// Reads the items behind the header into a target that starts empty. Each step returns false when an error
 /// stands.
 class TaggedLimitsReader {
@@ -238,7 +211,7 @@ bool TaggedLimitsReader::readItem(TaggedItems& item) {
     if (item.tagIs(format::variableKey)) {
         return readVariable(item.tag(), item.valueText());
     }
-    if (item.tagIs(format::includeKey)) {
+    if (item.tagIs(includeKeyword)) {
         return readInclude(item.valueText());
     }
     if (item.tagIsExactly(format::guideWeightScaleKey)) {
@@ -266,7 +239,8 @@ bool TaggedLimitsReader::readVariable(const LmStr& key, std::string_view blockTe
 
 bool TaggedLimitsReader::readInclude(std::string_view blockText) {
     auto include = std::make_unique<LqLimitsInclude>();
-    if (!readIncludeBlock(blockText, *include, status)) {
+    const IncludeKey keys[] = {{format::idOffsetKey, include->idOffset}};
+    if (!readIncludeBlock(blockText, include->fileName, keys, status)) {
         status.pushError("Unable to read INCLUDE section.");
         return false;
     }

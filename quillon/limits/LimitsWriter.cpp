@@ -5,9 +5,8 @@
 #include "quillon/core/LmStatus.h"
 #include "quillon/core/NumberPrinting.h"
 #include "quillon/files/FileAccess.h"
-#include "quillon/files/LmDirLayout.h"
+#include "quillon/files/IncludeSection.h"
 #include "quillon/files/LmOFStream.h"
-#include "quillon/files/VariableExpansion.h"
 #include "quillon/limits/LimitsFormat.h"
 
 #include <ostream>
@@ -80,16 +79,11 @@ void writeVariable(std::ostream& output, const LqVarLimits& record) {
 }
 
 void writeInclude(std::ostream& output, const LqLimitsInclude& include) {
-    LmStr fileName = include.fileName;
-    abbreviateWithVariable(fileName, dirLayout().dataDirVariable());
-    output << format::includeKey << " {\n"
-           << "  " << format::fileNameKey << ": " << fileName << "\n";
+    beginIncludeBlock(output, include.fileName);
     if (include.idOffset != -1) {
-        output << "  " << format::idOffsetKey << ": ";
-        printInt(output, include.idOffset);
-        output << "\n";
+        writeIncludeNumber(output, format::idOffsetKey, include.idOffset);
     }
-    output << "}\n";
+    endIncludeBlock(output);
 }
 
 void openAndWrite(LmOFStream& output, const LqLimitsData& limits, const LmStr& name) {

@@ -1,12 +1,15 @@
 // A family with INCLUDE sections and the same family written by hand without them.
 
-#include "quillon/core/LmStatus.h"
+#include "quillon/limits/LimitsReader.h"
+#include "quillon/limits/LimitsWriter.h"
 #include "quillon/model/ModelReader.h"
 #include "quillon/model/ModelWriter.h"
-#include "quillon/problem/LqProblemDefData.h"
 #include "quillon/problem/ProblemDefReader.h"
 #include "quillon/problem/ProblemDefWriter.h"
+#include "quillon/scale/ScaleDefReader.h"
 #include "quillon/tool/Info.h"
+#include "quillon/tool/LqProblemBundle.h"
+#include "quillon/tool/ProblemReport.h"
 #include "tests/model/ModelText.h"
 #include "tests/problem/ProblemDefText.h"
 #include "tests/support/EnvironmentValue.h"
@@ -39,6 +42,11 @@ protected:
         EXPECT_EQ(test::takeChain(), test::StatusChain{});
     }
 
+    static void read(LqLimitsData& limits, const std::string& name, bool withIncludes) {
+        EXPECT_TRUE(readLimitsFile(limits, (folder + "/" + name).c_str(), withIncludes));
+        EXPECT_EQ(test::takeChain(), test::StatusChain{});
+    }
+
     static std::string written(const LqProblemDefData& definition) {
         std::ostringstream output;
         writeProblemDefStream(definition, output);
@@ -48,6 +56,12 @@ protected:
     static std::string written(const LqBodyDefData& model, const LqProblemDefData& definition) {
         std::ostringstream output;
         writeModelStream(model, output, definition);
+        return output.str();
+    }
+
+    static std::string written(const LqLimitsData& limits) {
+        std::ostringstream output;
+        writeTaggedLimits(limits, output);
         return output.str();
     }
 
@@ -84,32 +98,36 @@ TEST_F(CrowdExample, IsWrittenAsItIsWhenItIsNotMerged) {
     LqBodyDefData model;
     read(model, "crowd.model", definition, false);
     EXPECT_EQ(written(model, definition), textOfFile("crowd.model"));
+    LqLimitsData limits;
+    read(limits, "crowd.limits", false);
+    EXPECT_EQ(written(limits), textOfFile("crowd.limits"));
 }
 
-/// The report of a family; with a warning that stands, which makes the driver merge the includes.
-std::string reportOf(const std::string& specification, bool merged) {
-    if (merged) {
-        pushWarning("earlier");
-    }
-    std::ostringstream out;
-    std::ostringstream messages;
-    runInfo((folder + "/" + specification).c_str(), out, messages);
-    const test::StatusChain earlier = {test::warning("earlier")};
-    EXPECT_EQ(test::takeChain(), merged ? earlier : test::StatusChain{});
-    return out.str();
+TEST_F(CrowdExample, TheLimitsMergeToThoseWrittenByHand) {
+    LqLimitsData merged;
+    read(merged, "crowd.limits", true);
+    EXPECT_EQ(written(merged), textOfFile("flat.limits"));
+    LqLimitsData flat;
+    read(flat, "flat.limits", false);
+    EXPECT_TRUE(merged.equalEffective(flat));
 }
 
 TEST_F(CrowdExample, ReportsTheMergedFamilyAsTheFlatOne) {
-    const std::string flat = reportOf("flat.zvx", false);
-    EXPECT_TRUE(flat.starts_with("sys_var v1 description=\"Bench Lift\" ")) << flat;
-    EXPECT_EQ(reportOf("flat.zvx", true), flat);
-    EXPECT_EQ(reportOf("crowd.zvx", true), flat);
-}
-
-TEST_F(CrowdExample, ReportsTheFamilyWithoutItsIncludesInACleanRun) {
-    const std::string report = reportOf("crowd.zvx", false);
-    EXPECT_EQ(report.find("Hips"), std::string::npos);
-    EXPECT_NE(reportOf("flat.zvx", false), report);
+    LqProblemBundle merged;
+    read(merged.problemDef, "crowd.probdef", true);
+    read(merged.model, "crowd.model", merged.problemDef, true);
+    read(merged.limits, "crowd.limits", true);
+    readScaleDefFile(merged.scaleDef, (folder + "/crowd.scaledef").c_str(), merged.problemDef, false);
+    EXPECT_EQ(test::takeChain(), test::StatusChain{});
+    std::ostringstream report;
+    std::ostringstream remarks;
+    writeProblemReport(report, remarks, merged);
+    EXPECT_EQ(remarks.str(), "");
+    std::ostringstream flatReport;
+    std::ostringstream messages;
+    runInfo((folder + "/flat.zvx").c_str(), flatReport, messages);
+    EXPECT_EQ(test::takeChain(), test::StatusChain{});
+    EXPECT_EQ(report.str(), flatReport.str());
 }
 
 } // namespace
