@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <csignal>
 #include <fcntl.h>
 #include <filesystem>
@@ -287,6 +288,15 @@ TEST_F(MachineFailures, PipeWithAWriterIsReadAsAFile) {
     }
 }
 
+// A script sets a limit of its own.
+TEST_F(MachineFailures, PipeThatNobodyWritesToIsWaitedFor) {
+    shell("rm walker.limits && mkfifo walker.limits");
+    ChildOptions options = inScratch();
+    options.timeLimit = std::chrono::milliseconds(support::checksAddresses ? 2000 : 500);
+    expectRun(support::runProgram({QUILLON_TOOL, "info", "walker.zvx"}, options), "TIMEOUT", "",
+              "Read walker.zvx\nRead walker.probdef\nRead walker.model\n");
+}
+
 // --- Compressed files ----------------------------------------------------------------------------
 
 TEST_F(MachineFailures, CompressedFileThatIsCutOffIsReadAsTheShorterText) {
@@ -308,7 +318,6 @@ TEST_F(MachineFailures, CompressedFileThatIsCutOffIsReadAsTheShorterText) {
 }
 
 TEST_F(MachineFailures, ToolThatDiesHalfWayLeavesTheShorterText) {
-    const std::string text = support::readBytes(scratch / "walker.limits");
     const std::string problem = support::readBytes(scratch / "walker.probdef");
     writeBytes(scratch / "half", problem.substr(0, problem.size() / 2));
     writeBytes(scratch / "walker.probdef", problem.substr(0, problem.size() / 2));
@@ -327,6 +336,24 @@ TEST_F(MachineFailures, ToolThatFailsAtItsStartLeavesAnEmptyFile) {
     writeBytes(scratch / "packed.zvx.gz", "");
     writeStandIn("gunzip", "exit 1");
     expectRun(infoAfter([this] { useStandIns(); }, "packed.zvx"), "1", "", info("empty.zvx").err);
+}
+
+TEST_F(MachineFailures, ToolThatNeitherWritesNorEndsIsWaitedFor) {
+    shell("gzip walker.zvx");
+    writeStandIn("gunzip", "exec sleep 60");
+    ChildOptions options = inScratch();
+    options.timeLimit = std::chrono::milliseconds(support::checksAddresses ? 2000 : 500);
+    const ChildResult result = support::runFunction(
+        [this] {
+            useStandIns();
+            writeBytes(scratch / "process", std::to_string(getpid()));
+            becomeTool({"info", "walker.zvx"});
+        },
+        options);
+    EXPECT_EQ(result.outcome, "TIMEOUT");
+    EXPECT_EQ(result.out + result.err, "");
+    // Such an end leaves the pipe behind.
+    EXPECT_TRUE(fs::remove("/var/tmp/compifstream0." + support::readBytes(scratch / "process")));
 }
 
 /// What is told when the pipe of the specification cannot be made.

@@ -37,6 +37,16 @@ TEST_F(AgedFile, ModifiedTimeIsInSeconds) {
     EXPECT_EQ(fileModifiedTime(path), someTime);
 }
 
+TEST_F(AgedFile, ModifiedTimeOfAPipeLeavesItsWriterToTheReader) {
+    const std::string pipe = scratch / "pipe";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    const timespec times[2] = {{someTime, 0}, {laterTime, 0}};
+    ASSERT_EQ(utimensat(AT_FDCWD, pipe.c_str(), times, 0), 0);
+    const test::OpeningWatch watch(pipe);
+    EXPECT_EQ(fileModifiedTime(pipe.c_str()), laterTime);
+    EXPECT_FALSE(watch.hasSeenOne());
+}
+
 TEST_F(AgedFile, ModifiedTimeTakesTheCompressedVariantWhenTold) {
     EXPECT_EQ(fileModifiedTime(plainPath), 0);
     EXPECT_EQ(fileModifiedTime(plainPath, true), someTime);

@@ -3,6 +3,8 @@
 #include "quillon/files/LmCompIFStream.h"
 #include "tests/files/StreamFixture.h"
 
+#include <gmock/gmock.h>
+
 #include <csignal>
 
 namespace quillon {
@@ -161,6 +163,25 @@ TEST_F(LmCompOFStreamTest, ReportsAShellWhoseEndCannotBeAwaitedInTheWordsOfDecom
         close(pipe);
     });
     EXPECT_EQ(result.out, "1\nerror: \"Unable to decompress file.\"\nerror: \"No child processes\"\n");
+}
+
+TEST_F(LmCompOFStreamTest, AToolThatEndsEarlyEndsAWriterOfMoreThanAPipeHolds) {
+    addTool("gzip", "#!/bin/sh\nexit 1\n");
+    const auto writeMuch = [this](bool ignoresSignal) {
+        return runWithTools([&] {
+            std::signal(SIGPIPE, ignoresSignal ? SIG_IGN : SIG_DFL);
+            LmCompOFStream output;
+            output.open(at("a.gz").c_str());
+            std::cout << output.pipeName;
+            output << test::textOfLength(1000000);
+            std::cout << (output.fail() ? " fail" : " good");
+        });
+    };
+    EXPECT_THAT(writeMuch(true).out, testing::EndsWith(" fail"));
+    const support::ChildResult ended = writeMuch(false);
+    EXPECT_EQ(ended.outcome, "SIGPIPE");
+    // Such an end leaves the pipe behind.
+    EXPECT_TRUE(std::filesystem::remove(ended.out)) << ended.out;
 }
 
 TEST_F(LmCompOFStreamTest, TheDestructorThrowsNothing) {

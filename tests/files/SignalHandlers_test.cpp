@@ -153,6 +153,19 @@ TEST(SignalHandlers, AreInstalledTwiceAsOnce) {
     EXPECT_EQ(result.err, "signal caught: \nTerminated\n");
 }
 
+TEST(SignalHandlers, ForAllSignalsLetNoShellRun) {
+    const auto runShell = [](bool fatalOnly) {
+        return support::runFunction([=] {
+            installSignalHandlers(fatalOnly);
+            std::cout << std::system("true");
+        });
+    };
+    EXPECT_EQ(runShell(true).out, "0");
+    const support::ChildResult result = runShell(false);
+    EXPECT_EQ(result.outcome, "SIGABRT");
+    EXPECT_EQ(result.err, "signal caught: \nChild Status Changed\n");
+}
+
 TEST(SignalHandlers, StayOutOfTheMemoryFaultThatEndsAProcessOnPurpose) {
     const support::ChildResult result = support::runFunction([] {
         installSignalHandlers(true);

@@ -1,0 +1,158 @@
+// What the writers of all files do when the disk takes no more. Those of the limits have more to tell, and
+// tests beside theirs.
+
+#include "quillon/files/LmOFStream.h"
+#include "quillon/limits/LimitsReader.h"
+#include "quillon/limits/LimitsWriter.h"
+#include "quillon/model/ModelReader.h"
+#include "quillon/model/ModelWriter.h"
+#include "quillon/problem/ProblemDefReader.h"
+#include "quillon/problem/ProblemDefWriter.h"
+#include "quillon/tool/LqProblemBundle.h"
+#include "quillon/tool/LqProblemSpec.h"
+#include "quillon/tool/ProblemSpecReader.h"
+#include "quillon/tool/ProblemSpecWriter.h"
+#include "tests/support/ChildProcess.h"
+#include "tests/support/ScratchDirectory.h"
+#include "tests/support/StatusChain.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <filesystem>
+#include <functional>
+#include <iostream>
+#include <string>
+#include <sys/resource.h>
+#include <vector>
+
+namespace quillon {
+namespace {
+
+using test::error;
+using test::StatusChain;
+
+/// A family that fills more than the first kilobyte of each of its files but the specification.
+class FullDisk : public testing::Test {
+protected:
+    struct Writer {
+        const char* name;
+        std::function<void(const LmStr&)> toFile;
+        std::function<void(std::ostream&)> toStream;
+        StatusChain told; ///< when nothing at all can be written
+    };
+
+    void SetUp() override {
+        const std::string stem =
+            (std::filesystem::path(QUILLON_SOURCE_DIR) / "examples/walker/walker.").string();
+        readProblemSpec(spec, (stem + "zvx").c_str(), currentStatus());
+        readProblemDefFile(bundle.problemDef, (stem + "probdef").c_str(), false);
+        readModelFile(bundle.model, (stem + "model").c_str(), bundle.problemDef, false);
+        readLimitsFile(bundle.limits, (stem + "limits").c_str(), false);
+        spec.model = "a";
+        ASSERT_EQ(test::chainOf(), StatusChain{});
+    }
+
+    std::vector<Writer> writers() {
+        return {
+            {"specification",
+             [this](const LmStr& path) { writeProblemSpec(spec, path, currentStatus()); },
+             [this](std::ostream& output) { writeProblemSpecStream(spec, output); },
+             {}},
+            {"problem definition",
+             [this](const LmStr& path) { writeProblemDefFile(bundle.problemDef, path); },
+             [this](std::ostream& output) { writeProblemDefStream(bundle.problemDef, output); },
+             {}},
+            {"model",
+             [this](const LmStr& path) { writeModelFile(bundle.model, path, bundle.problemDef); },
+             [this](std::ostream& output) { writeModelStream(bundle.model, output, bundle.problemDef); },
+             {}},
+            {"limits",
+             [this](const LmStr& path) { writeLimitsFile(bundle.limits, path); },
+             [this](std::ostream& output) { writeTaggedLimits(bundle.limits, output); },
+             {error("Unable to write header info."), error("Unable to write data file id.")}},
+        };
+    }
+
+    /// Runs `body` in a child whose files cannot grow beyond so many bytes. Without `ignoresSignal` the
+    /// system ends whoever tries.
+    static support::ChildResult withFilesOf(rlim_t bytes, bool ignoresSignal,
+                                            const std::function<void()>& body) {
+        return support::runFunction([&] {
+            std::signal(SIGXFSZ, ignoresSignal ? SIG_IGN : SIG_DFL);
+            const rlimit limit = {bytes, bytes};
+            setrlimit(RLIMIT_FSIZE, &limit);
+            body();
+            for (const test::StatusLine& line : test::chainOf()) {
+                std::cout << line << '\n';
+            }
+        });
+    }
+
+    test::CleanStatus clean;
+    const support::ScratchDirectory scratch;
+    LqProblemBundle bundle;
+    LqProblemSpec spec;
+};
+
+// Only the header of the limits is looked after while it is written: there is nobody else to tell.
+TEST_F(FullDisk, PassesTheWritersOfFilesInSilence) {
+    for (const Writer& writer : writers()) {
+        SCOPED_TRACE(writer.name);
+        writer.toFile("/dev/full");
+        EXPECT_EQ(test::takeChain(), writer.told);
+    }
+}
+
+TEST_F(FullDisk, MakesTheWriterOfAProblemDefinitionAnswerNo) {
+    EXPECT_FALSE(writeProblemDefFile(bundle.problemDef, "/dev/full"));
+    EXPECT_TRUE(writeProblemDefFile(bundle.problemDef, (scratch / "a").c_str()));
+    EXPECT_EQ(test::takeChain(), StatusChain{});
+}
+
+TEST_F(FullDisk, ShowsInAStreamOfOnesOwn) {
+    for (const Writer& writer : writers()) {
+        SCOPED_TRACE(writer.name);
+        const auto writeTo = [&writer](const char* path) {
+            LmOFStream output(path);
+            writer.toStream(output);
+            output.close();
+            return output.good();
+        };
+        EXPECT_FALSE(writeTo("/dev/full"));
+        currentStatus().clear();
+        EXPECT_TRUE(writeTo((scratch / "a").c_str()));
+        EXPECT_EQ(test::takeChain(), StatusChain{});
+    }
+}
+
+TEST_F(FullDisk, LeavesTheBeginningOfAFileThatMayNotGrow) {
+    for (const Writer& writer : writers()) {
+        SCOPED_TRACE(writer.name);
+        const std::string whole = scratch / "whole";
+        writer.toFile(whole.c_str());
+        const std::string part = scratch / "part";
+        const support::ChildResult result = withFilesOf(100, true, [&] { writer.toFile(part.c_str()); });
+        EXPECT_EQ(result.outcome, "0");
+        EXPECT_EQ(result.out, "");
+        EXPECT_EQ(support::readBytes(part), support::readBytes(whole).substr(0, 100));
+    }
+}
+
+TEST_F(FullDisk, OfLimitsThatAreCheckedIsToldInTheBodyToo) {
+    const std::string path = scratch / "a";
+    const support::ChildResult result =
+        withFilesOf(100, true, [&] { writeLimitsFileChecked(bundle.limits, path.c_str()); });
+    EXPECT_EQ(result.out, "error: \"Couldn't write file \"" + path + "\".\"\n");
+}
+
+TEST_F(FullDisk, EndsAProgramThatDoesNotIgnoreTheSignal) {
+    for (const Writer& writer : writers()) {
+        const support::ChildResult result =
+            withFilesOf(100, false, [&] { writer.toFile((scratch / "a").c_str()); });
+        EXPECT_EQ(result.outcome, "SIGXFSZ") << writer.name;
+    }
+}
+
+} // namespace
+} // namespace quillon
