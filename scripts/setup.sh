@@ -22,6 +22,7 @@ test_packages=(
 clang_packages=(clang-14:clang++-14 libclang-rt-14-dev:/usr/lib/llvm-14/lib/clang/14.0.6/include/sanitizer)
 coverage_packages=(gcovr:gcovr)
 package_packages=(dpkg-dev:dpkg-buildflags lintian:lintian)
+reference_packages=(doxygen:doxygen)
 
 # Everything that is not the result itself goes to standard error.
 say() {

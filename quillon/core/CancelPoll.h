@@ -8,7 +8,7 @@ namespace quillon {
 /// every third one after it, with 6 after the 6th and every fifth.
 class CancelPoll {
 public:
-    explicit CancelPoll(int askAt) : askAt(askAt) {}
+    explicit CancelPoll(int askAt) : askAt(askAt) {} ///< asks as the class says
 
     /// To be called after each stored record. True when the user has cancelled: then "Canceled." and the
     /// warning "Read aborted." on top of it stand on the current status.

@@ -12,8 +12,8 @@ struct LmDLListNode {
     void* data = nullptr;         ///< the element, not owned
     bool deleted = false;         ///< removed while a cursor stood on the node
     std::int32_t cursorCount = 0; ///< how many cursors stand on the node
-    LmDLListNode* next = nullptr;
-    LmDLListNode* prev = nullptr;
+    LmDLListNode* next = nullptr; ///< the following node, deleted ones included
+    LmDLListNode* prev = nullptr; ///< the preceding node
 };
 
 /// A list of untyped pointers that is safe against removal under a cursor.
@@ -27,13 +27,13 @@ public:
     LmDoubleLinkedList& operator=(const LmDoubleLinkedList&) = delete;
     ~LmDoubleLinkedList();
 
-    void append(void* data);
-    void prepend(void* data);
+    void append(void* data);  ///< at the end
+    void prepend(void* data); ///< at the front
     /// Appends the pointers of the live nodes of `other`, in order.
     void appendAll(const LmDoubleLinkedList& other);
     /// The first and the last node that is not deleted, or null.
     LmDLListNode* firstLive() const;
-    LmDLListNode* lastLive() const;
+    LmDLListNode* lastLive() const; ///< the same from the end
     /// The node of the i-th live element, counted from 0, or null.
     LmDLListNode* nodeAt(int i) const;
     /// The data of the i-th live element. Without such an element a remark goes to standard output and the
@@ -82,13 +82,13 @@ public:
     /// The list that the cursor walks.
     virtual LmDoubleLinkedList& list() const = 0;
 
-    bool atEnd() const { return atEnd_; }
+    bool atEnd() const { return atEnd_; } ///< whether it is behind the last live node
     /// To the following live node, or to the end.
     void next();
     /// To the preceding live node; from the end to the last one.
     void previous();
-    void toFirst();
-    void toLast();
+    void toFirst(); ///< to the first live node, or to the end
+    void toLast();  ///< to the last live node, or to the end
     /// To the i-th live node, counted from 0; `i` equal to the count is the end.
     void toIndex(int i);
     /// The current node's data. Aborts with a remark on standard output when the node has been removed.
@@ -99,8 +99,8 @@ public:
     int index() const;
     /// Exchanges the data of the two nodes when the indices differ; aborts as `data` does.
     void swapData(Lm_DLListCursor& other);
-    void insertBefore(void* data);
-    void insertAfter(void* data);
+    void insertBefore(void* data); ///< puts an element in front of the cursor, which stays
+    void insertAfter(void* data);  ///< puts an element behind the cursor, which stays
 
     /// Equal when both are at the end, or both stand on the same node.
     friend bool operator==(const Lm_DLListCursor& a, const Lm_DLListCursor& b);
@@ -125,7 +125,7 @@ protected:
 /// A cursor that may change the list.
 class LmDLListCursor : public Lm_DLListCursor {
 public:
-    explicit LmDLListCursor(LmDoubleLinkedList& list) : Lm_DLListCursor(list) {}
+    explicit LmDLListCursor(LmDoubleLinkedList& list) : Lm_DLListCursor(list) {} ///< on the first live node
     ~LmDLListCursor() override { leave(); }
 
     LmDoubleLinkedList& list() const override { return *list_; }
@@ -140,6 +140,7 @@ protected:
 /// not change the list's own fields; the list's destructor frees such a node.
 class LmDLListReadCursor : public Lm_DLListCursor {
 public:
+    /// On the first live node.
     explicit LmDLListReadCursor(LmDoubleLinkedList& list) : Lm_DLListCursor(list) {}
     ~LmDLListReadCursor() override { leave(); }
 

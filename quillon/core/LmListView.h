@@ -11,10 +11,12 @@ namespace quillon {
 template <class T>
 class LmListView {
 public:
+    /// A live node, as range-based loops need it.
     class Iterator {
     public:
-        explicit Iterator(LmDLListNode* start) : node(start) {}
-        T* operator*() const { return static_cast<T*>(node->data); }
+        explicit Iterator(LmDLListNode* start) : node(start) {}      ///< at a live node, or null for the end
+        T* operator*() const { return static_cast<T*>(node->data); } ///< the element
+        /// To the next live node.
         Iterator& operator++() {
             node = nextLive(node);
             return *this;
@@ -25,6 +27,7 @@ public:
         LmDLListNode* node;
     };
 
+    /// Of a list that outlives the view.
     explicit LmListView(const LmDoubleLinkedList& viewed) : list(viewed) {}
     Iterator begin() const { return Iterator(list.firstLive()); }
     Iterator end() const { return Iterator(nullptr); }

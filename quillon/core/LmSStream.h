@@ -52,7 +52,7 @@ private:
 /// Joins the memory buffer to the standard stream classes; the buffer is constructed before them.
 class LmSStreamBase : public virtual std::ios {
 public:
-    LmSStreamBuf* rdbuf() { return &streamBuffer; }
+    LmSStreamBuf* rdbuf() { return &streamBuffer; } ///< the memory buffer
 
 protected:
     LmSStreamBase() { init(&streamBuffer); }
@@ -68,6 +68,7 @@ public:
 
     /// The text so far, NUL-terminated, owned by the stream; writing goes on behind it.
     const char* str() { return streamBuffer.str(); }
+    /// Puts a text in the place of what was written.
     void presetText(const char* text) { streamBuffer.presetText(text); }
     using LmSStreamBase::rdbuf;
 };
@@ -76,8 +77,8 @@ public:
 /// the text alive and unchanged as long as the stream lives.
 class LmISStream : public LmSStreamBase, public std::istream {
 public:
-    explicit LmISStream(const char* text);
-    LmISStream(const char* text, std::size_t length);
+    explicit LmISStream(const char* text);            ///< reads up to the NUL
+    LmISStream(const char* text, std::size_t length); ///< reads `length` characters
     using LmSStreamBase::rdbuf;
 };
 

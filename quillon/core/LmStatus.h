@@ -10,13 +10,13 @@ namespace quillon {
 /// One error or warning of a chain, which owns the next older one. A copy is deep.
 class LmStatusEntry {
 public:
-    LmStatusEntry(bool warning, const LmStr& text);
+    LmStatusEntry(bool warning, const LmStr& text); ///< without an older entry
     LmStatusEntry(const LmStatusEntry& other);
     LmStatusEntry& operator=(const LmStatusEntry& other);
     ~LmStatusEntry();
 
-    bool isError() const { return !isWarning; }
-    const LmStr& message() const { return message_; }
+    bool isError() const { return !isWarning; }       ///< whether it is no warning
+    const LmStr& message() const { return message_; } ///< its text, which may hold newlines
     /// The next older entry, or null.
     const LmStatusEntry* next() const { return next_.get(); }
 
@@ -49,8 +49,10 @@ public:
     /// Pushes `text` as an error. `text` is not a format: a '%' stays as it is. Aborts afterwards when
     /// `abortOnError` is set, as every push of an error does.
     void pushError(const LmStr& text);
+    /// The same with a `printf` format.
     void pushErrorf(const char* format, ...) __attribute__((format(printf, 2, 3)));
-    void pushWarning(const LmStr& text);
+    void pushWarning(const LmStr& text); ///< pushes `text` as a warning
+    /// The same with a `printf` format.
     void pushWarningf(const char* format, ...) __attribute__((format(printf, 2, 3)));
 
     /// Appends a newline and the text to the newest message. The chain must not be empty.
@@ -63,7 +65,7 @@ public:
 
     /// Frees the chain.
     void clear();
-    bool hasEntries() const { return head_ != nullptr; }
+    bool hasEntries() const { return head_ != nullptr; } ///< whether there is an error or a warning
     /// The newest entry or null.
     const LmStatusEntry* head() const { return head_.get(); }
     /// 1 when the newest entry is a warning, else 0, also when there is none.

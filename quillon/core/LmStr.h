@@ -84,12 +84,13 @@ public:
 
     // --- Finding. `found` receives the index unless it is null -----------------------------------
 
+    /// Whether the text or character occurs, and the index of the first occurrence.
     bool find(const char* text, int* found = nullptr) const;
     bool find(const LmStr& text, int* found = nullptr) const;
     bool find(char c, int* found = nullptr) const;
     /// The n-th occurrence, counted from 1. With n = 0 true, and `found` is not written.
     bool findNth(char c, int n, int* found = nullptr) const;
-    bool findLast(char c, int* found = nullptr) const;
+    bool findLast(char c, int* found = nullptr) const; ///< the index of the last occurrence
     /// The index of the last occurrence, 2147483647 when there is none.
     int lastIndexOf(char c) const;
     /// The number of occurrences.
@@ -117,25 +118,26 @@ public:
 
     // --- Changing in place -----------------------------------------------------------------------
 
-    void toUpper();
-    void toLower();
+    void toUpper(); ///< letters of ASCII only
+    void toLower(); ///< letters of ASCII only
     /// Cuts, or appends blanks, to n characters.
     void setLength(int n);
     /// Appends n copies of c; does nothing for n below 1.
     void appendFill(int n, char c);
     /// Puts n copies of c in front; does nothing for n below 1.
     void prependFill(int n, char c);
-    void setChar(int i, char c);
+    void setChar(int i, char c); ///< puts c at index i
     /// Removes a range. At the front of a text that is shared, or of which more than half remains, only the
     /// offset moves.
     void remove(int start, int count);
-    void removeAt(int i);
+    void removeAt(int i); ///< removes one character
     /// Removes the characters from index `from` up to, not including, `to`.
     void removeRange(int from, int to);
     /// Removes the first occurrence of the text, if there is one.
     void removeFirst(const char* text);
     /// Puts the text in place of a range.
     void replaceRange(int start, int count, const char* text);
+    /// Replaces the first occurrence, if there is one.
     void replaceFirst(const char* target, const char* replacement);
     /// Replaces every occurrence; replacement text is not searched again.
     void replaceAll(const char* target, const char* replacement);
@@ -143,10 +145,11 @@ public:
     void insert(int i, const char* text, int n);
     void insert(int i, const char* text);
     void insert(int i, char c);
+    /// Appends a copy.
     void append(const char* text);
     void append(const LmStr& text);
     void append(std::string_view text);
-    LmStr& operator+=(const char* text);
+    LmStr& operator+=(const char* text); ///< appends a copy
     LmStr& operator+=(const LmStr& text);
     LmStr& operator+=(char c);
     /// Appends the text cut or blank-padded to exactly `width` characters.
@@ -157,7 +160,7 @@ public:
     void format(const char* format, ...) __attribute__((format(printf, 2, 3)));
     /// Removes leading white space; with the flag the removal stops at the first LF or CR.
     void trimLeft(bool stopAtNewline = false);
-    void trimRight();
+    void trimRight(); ///< removes white space at the end
     /// `trimLeft` and `trimRight`.
     void trim();
     /// Removes every run of white space, wherever it stands.
@@ -173,7 +176,7 @@ public:
     int compare(const char* text, int n) const;
     /// `strncmp` over the length of `text`: 0 on a match, as `strncmp` gives, and not a truth value.
     int startsWith(const char* text) const;
-    bool endsWith(const LmStr& text) const;
+    bool endsWith(const LmStr& text) const; ///< whether the end is that text
     /// Compares at most n characters without regard to case: -1, 0 or 1; 0 for n below 1.
     int compareNoCase(const char* text, int n) const;
     /// `compareNoCase` over the length of `text`.
@@ -189,7 +192,7 @@ public:
     bool toFloat(float* out, bool allowNonFinite = false) const;
     /// `strtol` with base 10, into 64 and 32 bits.
     bool toLong(std::int64_t& out) const;
-    bool toInt(std::int32_t& out) const;
+    bool toInt(std::int32_t& out) const; ///< into 32 bits
     /// `strtol` with base 16, into 32 bits.
     bool toHex(std::int32_t& out) const;
     /// "1", "TRUE", "ON", "YES" and "0", "FALSE", "OFF", "NO", words in any case; else fails, writes nothing.

@@ -27,7 +27,7 @@ void printInt(std::ostream& output, std::int64_t value);
 /// Saves a stream's flags, precision, width and fill and puts them back at the end of the scope.
 class FormatGuard {
 public:
-    explicit FormatGuard(std::ostream& output);
+    explicit FormatGuard(std::ostream& output); ///< saves the format of the stream
     FormatGuard(const FormatGuard&) = delete;
     FormatGuard& operator=(const FormatGuard&) = delete;
     ~FormatGuard();

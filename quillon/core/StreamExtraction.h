@@ -46,7 +46,7 @@ float narrowed(double value);
 /// that a reader can look at many characters at once instead of asking for each.
 class ReadArea {
 public:
-    explicit ReadArea(std::streambuf& buffer) : buffer(buffer) {}
+    explicit ReadArea(std::streambuf& buffer) : buffer(buffer) {} ///< of the buffer of a stream
 
     const char* begin() const { return (buffer.*(&Pointers::gptr))(); }
     const char* end() const { return (buffer.*(&Pointers::egptr))(); }

@@ -20,11 +20,11 @@ bool readTag(std::istream& input, LmStr& tag, LmStr& value, int* isSimple = null
 
 /// One tagged item, with its value as a view of the text that it was taken from or of `gathered`.
 struct TaggedItem {
-    bool found = false; ///< false at the end of the input
-    bool isSimple = false;
-    std::string tag;
-    std::string_view value;
-    std::string gathered; ///< room for a value that does not lie in the text as it is
+    bool found = false;     ///< false at the end of the input
+    bool isSimple = false;  ///< whether it is a value, not a block
+    std::string tag;        ///< what stands before the ':' or '{'
+    std::string_view value; ///< the value, or the text of the block
+    std::string gathered;   ///< room for a value that does not lie in the text as it is
 };
 
 /// The tagged items of a file or of a block's text, one after another:
@@ -46,7 +46,8 @@ public:
     /// Whether the last `next` ended by an error rather than by the end of the input.
     bool failed() const { return failed_; }
 
-    /// The tag. Behind a `next` that took nothing it is empty, or the tag of the block that could not be taken.
+    /// The tag. Behind a `next` that took nothing it is empty, or the tag of the block that could not be
+    /// taken.
     LmStr tag() const { return LmStr(std::string_view(item.tag)); }
     /// The value, which token readers may eat.
     LmStr& value();
@@ -70,8 +71,8 @@ private:
 
 /// The part of a text in memory that is the text of a block.
 struct BlockRange {
-    const char* begin;
-    const char* end; ///< the position of the closing brace
+    const char* begin; ///< where the text of the block begins
+    const char* end;   ///< the position of the closing brace
 };
 
 /// Finds the end of a block by the rules of `readTag`, without copying. `text` begins behind the line of the

@@ -14,8 +14,8 @@ std::string_view lineChunkText(std::string_view chunk);
 
 /// A line among characters that wait to be read: its text, and how many characters it takes with its newline.
 struct WaitingLine {
-    std::string_view text;
-    std::size_t taken;
+    std::string_view text; ///< without its newline
+    std::size_t taken;     ///< the characters of the line with its newline
 };
 
 /// The line at the start of `waiting`, if it is one chunk and its newline waits too.

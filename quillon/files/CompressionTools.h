@@ -12,8 +12,8 @@ namespace quillon {
 
 /// A command line in which "%s" stands for the names, and the program that it starts.
 struct CompressionCommand {
-    const char* line;
-    const char* program;
+    const char* line;    ///< with "%s" for the names
+    const char* program; ///< what must be on the path
 };
 
 /// A kind of compressed file.

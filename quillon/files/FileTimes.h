@@ -15,7 +15,7 @@ bool touchFile(const LmStr& path);
 
 /// Remembers when a file was last seen to change.
 struct LmFileStamp {
-    LmStr path = "";
+    LmStr path = "";       ///< of the file
     std::int64_t time = 0; ///< as `fileModifiedTime` gives it
 
     /// Stores the file's present time.

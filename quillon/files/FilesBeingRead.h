@@ -14,7 +14,7 @@ namespace quillon {
 /// for ever.
 class FileBeingRead {
 public:
-    explicit FileBeingRead(const LmStr& path);
+    explicit FileBeingRead(const LmStr& path); ///< marks the file, unless it is marked already
     ~FileBeingRead();
     FileBeingRead(const FileBeingRead&) = delete;
     FileBeingRead& operator=(const FileBeingRead&) = delete;
@@ -25,7 +25,7 @@ private:
 };
 
 /// Whether the file, under this name or another, is being read already; then reports the error
-/// `"%s" includes itself.` with the path as it is given.
+/// "\"%s\" includes itself." with the path as it is given.
 bool refuseOwnInclude(const LmStr& path, LmStatus& status = currentStatus());
 
 } // namespace quillon

@@ -15,7 +15,7 @@ public:
     virtual char* getEnv(const char* name) = 0;
     /// Sets the variable, whether it has a value already or not.
     virtual void setEnv(const char* name, const char* value) = 0;
-    virtual void unsetEnv(const char* name) = 0;
+    virtual void unsetEnv(const char* name) = 0; ///< takes the variable away
     virtual ~LmAbstractEnv() = default;
 };
 

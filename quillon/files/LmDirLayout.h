@@ -37,8 +37,8 @@ public:
     const char* baseDirVariable() const;
     /// The variable that names the data directory: KYM_DATA_DIR only when DRENK_DATA_DIR is unset.
     const char* dataDirVariable() const;
-    const char* pluginsVariable() const;
-    const char* materialLibVariable() const;
+    const char* pluginsVariable() const;     ///< the variable that names the plug-in directory
+    const char* materialLibVariable() const; ///< the variable that names the material library
 
     // --- Base directory --------------------------------------------------------------------------
 
@@ -49,7 +49,7 @@ public:
     LmStr baseDirFromEnv();
     /// The base directory. Should there be none, says so on standard error and ends the process with 1.
     LmStr baseDir();
-    void setBaseDir(const LmStr& path);
+    void setBaseDir(const LmStr& path); ///< with one '/' at its end
     /// Whether a variable for the base directory is set, to an empty value also.
     bool hasBaseDirVariable() const;
     /// Whether there is a base directory, after the cache has been filled.
@@ -57,20 +57,20 @@ public:
     /// Takes the base directory from the first variable that is set. When none is, and no base directory is
     /// known yet, says so on standard error and ends the process with 1.
     void requireBaseDir();
-    LmStr binDir();
-    LmStr tclLibDir();
-    LmStr pluginDir();
-    void setPluginDir(const LmStr& path);
+    LmStr binDir();                       ///< programs, below the base directory
+    LmStr tclLibDir();                    ///< script libraries, below the base directory
+    LmStr pluginDir();                    ///< DRENK_PLUGINS, or lib/plugins below the base directory
+    void setPluginDir(const LmStr& path); ///< with one '/' at its end
 
     // --- Data directory --------------------------------------------------------------------------
 
     /// The active data directory. When there is none, "workspace/default" under the base directory becomes
     /// it, and the environment is told, so that programs started later see the same directory.
     LmStr dataDir();
-    void setDataDir(const LmStr& path);
+    void setDataDir(const LmStr& path); ///< with one '/' at its end, in place of the active one
     /// Empties the active data directory; the secondary one then becomes active if it has a value.
     void clearDataDir();
-    bool hasDataDir() const;
+    bool hasDataDir() const; ///< whether there is one without the fallback
 
     // Sub-directories of the data directory, by kind of file.
 
@@ -104,8 +104,8 @@ public:
 
     /// The variable's value, or the sub-directory `word` of the data directory when it has none.
     LmStr dirFromVariable(const char* variable, const char* word);
-    LmStr volumeDir() { return dirFromVariable("D_VOLUME_DIR", "volume"); }
-    LmStr configDir() { return dirFromVariable("D_CONFIG_DIR", "default"); }
+    LmStr volumeDir() { return dirFromVariable("D_VOLUME_DIR", "volume"); }  ///< D_VOLUME_DIR, or "volume"
+    LmStr configDir() { return dirFromVariable("D_CONFIG_DIR", "default"); } ///< D_CONFIG_DIR, or "default"
 
 private:
     LmStr dataSubDir(const char* word);

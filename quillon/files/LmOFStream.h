@@ -11,7 +11,7 @@ namespace quillon {
 class LmOFStream : public std::ofstream {
 public:
     LmOFStream();
-    explicit LmOFStream(const LmStr& name, std::ios::openmode mode = std::ios::out);
+    explicit LmOFStream(const LmStr& name, std::ios::openmode mode = std::ios::out); ///< opens the file
     ~LmOFStream() override = default;
 
     /// Opens the file for output in any case, whatever `mode` says besides. Sets the fail bit on failure.

@@ -31,19 +31,20 @@ public:
         ExistenceChecker& operator=(const ExistenceChecker&) = delete;
         virtual ~ExistenceChecker() = default;
 
+        /// Whether there is a file or directory of that path.
         virtual bool exists(const LmStr& path) const = 0;
     };
 
     /// The two through which a search sees the machine, so that both can be substituted.
     struct Finders {
-        const ExecutableFinder& executable;
-        const ExistenceChecker& existence;
+        const ExecutableFinder& executable; ///< not owned
+        const ExistenceChecker& existence;  ///< not owned
     };
 
-    LmStr appName; ///< the application's name, also a directory word
-    LmDirLayout* layout;
-    const Finders* finders;
-    bool alsoUpperCase; ///< also try the name in capitals
+    LmStr appName;          ///< the application's name, also a directory word
+    LmDirLayout* layout;    ///< not owned
+    const Finders* finders; ///< not owned
+    bool alsoUpperCase;     ///< also try the name in capitals
 };
 
 /// Asks the system for the running program.

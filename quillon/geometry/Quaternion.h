@@ -7,7 +7,10 @@ namespace quillon {
 
 /// A quaternion of single-precision elements, scalar part first. A rotation is a quaternion of length 1.
 struct LmQuat {
-    float w, x, y, z;
+    float w; ///< scalar part
+    float x; ///< vector part
+    float y; ///< vector part
+    float z; ///< vector part
 };
 
 /// The Hamilton product a b: as a rotation, `b` happens before `a`.

@@ -29,9 +29,10 @@ inline constexpr const char* olderFirstLine = "            1               Field
 
 /// The number of a limit mode in the older form, where the sign tells a lower limit from an upper one.
 struct OlderMode {
-    std::int32_t number;
-    LqLimitMode mode;
+    std::int32_t number; ///< in the file
+    LqLimitMode mode;    ///< in memory
 };
+/// All modes of the older form.
 inline constexpr std::array<OlderMode, 4> olderModes = {
     {{0, LimitNone}, {1, LimitUpper}, {-1, LimitLower}, {2, LimitBoth}}};
 

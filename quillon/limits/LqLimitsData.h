@@ -26,27 +26,27 @@ struct LqLimitWeight {
 /// The limits and the guide of one system variable, in the variable's own units.
 struct LqVarLimits {
     LqVarLimits() = default;
-    explicit LqVarLimits(std::int32_t newId) : id(newId) {}
+    explicit LqVarLimits(std::int32_t newId) : id(newId) {} ///< no limits and no guide
 
     std::int32_t id = 0;          ///< system variable id, counted from 1
     LqLimitMode mode = LimitNone; ///< which limits exist
     float upperValue = 0;         ///< meaningful with an upper limit
-    LqLimitWeight upperWeight;
-    float lowerValue = 0; ///< meaningful with a lower limit
-    LqLimitWeight lowerWeight;
-    float guideValue = 0;  ///< what the variable is drawn towards; 0 without a guide
-    float guideWeight = 0; ///< how strongly; 0 without a guide
+    LqLimitWeight upperWeight;    ///< of the upper limit
+    float lowerValue = 0;         ///< meaningful with a lower limit
+    LqLimitWeight lowerWeight;    ///< of the lower limit
+    float guideValue = 0;         ///< what the variable is drawn towards; 0 without a guide
+    float guideWeight = 0;        ///< how strongly; 0 without a guide
 
-    bool hasUpperLimit() const;
-    bool hasLowerLimit() const;
+    bool hasUpperLimit() const; ///< by `mode`
+    bool hasLowerLimit() const; ///< by `mode`
     /// Switch a limit on or off in `mode`; the other limit stays as it is.
     void switchUpperLimit(bool on);
-    void switchLowerLimit(bool on);
+    void switchLowerLimit(bool on); ///< the same for the lower limit
 };
 
 /// One INCLUDE section: another limits file whose records are to be merged.
 struct LqLimitsInclude {
-    LmStr fileName{""};
+    LmStr fileName{""};         ///< as in the file, with `$NAME` expanded
     std::int32_t idOffset = -1; ///< added to the ids of that file; -1 when none was given
 };
 
@@ -68,7 +68,7 @@ public:
     const LqVarLimits* findVar(std::int32_t id) const;
     /// The guide of a variable, 0 without a record.
     float guideValue(std::int32_t id) const;
-    float guideWeight(std::int32_t id) const;
+    float guideWeight(std::int32_t id) const; ///< its weight
     /// The greatest id of all records, 0 when none is above 0.
     std::int32_t lastVarId() const;
     /// Whether the records that have an effect are equal, in order. A record without limits whose guide has
@@ -84,22 +84,22 @@ public:
     LqVarLimits* varForEdit(std::int32_t id);
     /// Store a limit of `varForEdit(id)` and switch it on.
     void setUpperLimit(std::int32_t id, float value);
-    void setLowerLimit(std::int32_t id, float value);
+    void setLowerLimit(std::int32_t id, float value); ///< the same for the lower limit
     /// Store the weight of a limit of `varForEdit(id)`; whether the limit exists stays as it is.
     void setUpperWeight(std::int32_t id, float weight);
-    void setLowerWeight(std::int32_t id, float weight);
+    void setLowerWeight(std::int32_t id, float weight); ///< the same for the lower limit
     /// Store one half of the guide of `varForEdit(id)`.
     void setGuideValue(std::int32_t id, float value);
-    void setGuideWeight(std::int32_t id, float weight);
+    void setGuideWeight(std::int32_t id, float weight); ///< the same for its weight
     /// Frees every record of that id, or of those ids.
     void removeVar(std::int32_t id);
-    void removeVars(const LmArray<int>& ids);
+    void removeVars(const LmArray<int>& ids); ///< the same for several ids
     /// Every record's id becomes `table[id - 1]`; an id that the table does not reach stays. The order of
     /// the records stays.
     void renumberVars(const LmArray<int>& table);
     /// Appends an INCLUDE section; an `idOffset` of -1 means that none is given.
     void addInclude(const LmStr& fileName, std::int32_t idOffset);
-    void clearIncludes();
+    void clearIncludes(); ///< frees the INCLUDE sections
     /// Frees all records and includes.
     void clear();
     /// Takes the records and the includes of two lists, which are empty afterwards, in place of those held.

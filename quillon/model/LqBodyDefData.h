@@ -26,14 +26,14 @@ struct LqBDBody {
 
 /// The place of one marker in the frame of its body.
 struct LqBDMarker {
-    std::int32_t id = 0;
-    LmVec3 position = {};
+    std::int32_t id = 0;  ///< counts from 1
+    LmVec3 position = {}; ///< in the frame of the body
 };
 
 /// One INCLUDE section: another model file whose bodies get a suffix and whose markers are appended.
 struct LqBDInclude {
-    LmStr fileName{""};
-    LmStr bodyNameSuffix{""};
+    LmStr fileName{""};       ///< as in the file, with `$NAME` expanded
+    LmStr bodyNameSuffix{""}; ///< put behind the names of the included bodies
 };
 
 /// A model: the geometry of the bodies and markers that a problem definition names. Owns all records.
@@ -75,10 +75,10 @@ public:
     int markerCount() const;
     /// 0 when the definition has as many markers (bodies), -1 when it has more, 1 when it has fewer.
     int compareMarkerCount(const LqProblemDefData& definition) const;
-    int compareBodyCount(const LqProblemDefData& definition) const;
+    int compareBodyCount(const LqProblemDefData& definition) const; ///< the same for the bodies
     /// The same against `problemDef`, which must not be null.
     int compareMarkerCount() const;
-    int compareBodyCount() const;
+    int compareBodyCount() const; ///< the same for the bodies
     /// Whether bodies, markers and includes are equal in array order: base matrices element by element within
     /// less than 0.0005, all else exactly. Camera count and global direction markers are not compared.
     bool equals(const LqBodyDefData& other) const;
@@ -99,8 +99,9 @@ public:
     void clear();
     /// Append copies.
     void addBody(const LqBDBody& body);
-    void addRealMarker(const LqBDMarker& marker);
-    void addGlobalDirectionMarker(const LqBDMarker& marker);
+    void addRealMarker(const LqBDMarker& marker);            ///< at the end of its array
+    void addGlobalDirectionMarker(const LqBDMarker& marker); ///< at the end of its array
+    /// Both points, one behind the other.
     void addArtificialPair(const LqBDMarker& first, const LqBDMarker& second);
     /// Inserts a copy in front of the first real marker whose id is not below the new one. The ids of the
     /// real markers that move back, and of all fix, double and artificial markers, rise by 1.
@@ -115,15 +116,15 @@ public:
     void removeBodies(const LmArray<LmStr>& names);
     /// Put copies of the given records in the place of those of one array.
     void setBodies(const LmArray<LqBDBody*>& source);
-    void setRealMarkers(const LmArray<LqBDMarker*>& source);
-    void setGlobalDirectionMarkers(const LmArray<LqBDMarker*>& source);
-    void setFixMarkers(const LmArray<LqBDMarker*>& source);
-    void setDoubleMarkers(const LmArray<LqBDMarker*>& source);
-    void setArtificialMarkers(const LmArray<LqBDMarker*>& source);
+    void setRealMarkers(const LmArray<LqBDMarker*>& source);            ///< as `setBodies`
+    void setGlobalDirectionMarkers(const LmArray<LqBDMarker*>& source); ///< as `setBodies`
+    void setFixMarkers(const LmArray<LqBDMarker*>& source);             ///< as `setBodies`
+    void setDoubleMarkers(const LmArray<LqBDMarker*>& source);          ///< as `setBodies`
+    void setArtificialMarkers(const LmArray<LqBDMarker*>& source);      ///< as `setBodies`
     /// Every marker's id becomes `table[id - 1]`, an id that the table does not reach stays; then each of the
     /// five marker arrays is sorted by id.
     void applyMarkerIdTable(const LmArray<int>& table);
-    void clearIncludes();
+    void clearIncludes(); ///< frees the INCLUDE sections
     /// Appends a text to the suffix of every include.
     void appendToIncludeSuffixes(const LmStr& suffix);
     /// Reads the files that the includes name, with their own includes merged first, and puts their records
@@ -141,12 +142,12 @@ public:
     std::int32_t cameraCount = 0;                 ///< number of cameras in the file
     bool strictMatch = true;                      ///< whether a wrong body count is an error or a warning
     LmDArray<LqBDBody*> bodies;                   ///< in file order
-    LmDArray<LqBDMarker*> realMarkers;
+    LmDArray<LqBDMarker*> realMarkers;            ///< by ascending id in a valid model
     LmDArray<LqBDMarker*> globalDirectionMarkers; ///< in no file
-    LmDArray<LqBDMarker*> fixMarkers;
-    LmDArray<LqBDMarker*> doubleMarkers;
-    LmDArray<LqBDMarker*> artificialMarkers; ///< two records for each pair of the definition
-    LmDoubleLinkedList includes;             ///< of `LqBDInclude*`, owned; empty once merged
+    LmDArray<LqBDMarker*> fixMarkers;             ///< behind the real ones
+    LmDArray<LqBDMarker*> doubleMarkers;          ///< behind the fix ones
+    LmDArray<LqBDMarker*> artificialMarkers;      ///< two records for each pair of the definition
+    LmDoubleLinkedList includes;                  ///< of `LqBDInclude*`, owned; empty once merged
 
 private:
     void copyFrom(const LqBodyDefData& other);

@@ -19,19 +19,20 @@ inline constexpr const char* cameraLine = "       1         30      15.0";
 /// and the translation last. The fourth column of the matrix is always 0, 0, 0, 1 and in no file.
 inline constexpr std::array<std::array<std::size_t, 3>, 4> transformRows = {
     {{0, 4, 8}, {1, 5, 9}, {2, 6, 10}, {12, 13, 14}}};
+/// Of the numbers of a base matrix, a length and a direction.
 inline constexpr int transformDecimals = 6;
 
 /// One of the marker sections: a count line and then a row for each marker.
 struct MarkerSection {
-    LmDArray<LqBDMarker*> LqBodyDefData::*markers;
-    int recordsPerCount;      ///< artificial markers are counted in pairs
-    bool hasCameraLines;      ///< each row is followed by a line for each camera
-    const char* countComment; ///< what the writer puts behind the count
+    LmDArray<LqBDMarker*> LqBodyDefData::*markers; ///< the array of the model
+    int recordsPerCount;                           ///< artificial markers are counted in pairs
+    bool hasCameraLines;                           ///< each row is followed by a line for each camera
+    const char* countComment;                      ///< what the writer puts behind the count
 
     // What the reader reports.
-    const char* countUnreadable;
-    const char* idUnreadable;
-    const char* positionUnreadable;
+    const char* countUnreadable;    ///< the count is missing
+    const char* idUnreadable;       ///< a row is missing
+    const char* positionUnreadable; ///< a row has too few numbers
 };
 
 /// The marker sections in file order.

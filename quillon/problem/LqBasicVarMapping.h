@@ -13,8 +13,8 @@ namespace quillon {
 /// One term of a linear combination: `coefficient` times the system variable with the id `sysVar`.
 template <class T>
 struct LqLinearTerm {
-    std::int32_t sysVar = 0;
-    T coefficient{};
+    std::int32_t sysVar = 0; ///< the id of the variable
+    T coefficient{};         ///< its factor
 };
 
 /// What drives one elementary transformation, with numbers of type T.

@@ -22,7 +22,7 @@ inline constexpr std::int32_t bodyTypeTwo = 2;
 
 /// A place in the order of a body's transformations, counted from 1.
 struct TransformPosition {
-    int number;
+    int number; ///< from 1
 };
 
 /// One rigid body of a problem definition, with what drives its six elementary transformations.
@@ -31,6 +31,7 @@ struct TransformPosition {
 /// about them. Owns its mappings; a copy is deep.
 struct LqPDDBodyMap {
     LqPDDBodyMap() : LqPDDBodyMap(LmStr(""), LmStr("")) {}
+    /// Of type 0, not driven.
     LqPDDBodyMap(LmStr newName, LmStr newParentName)
         : name(std::move(newName)), parentName(std::move(newParentName)) {}
     LqPDDBodyMap(const LqPDDBodyMap&) = default;

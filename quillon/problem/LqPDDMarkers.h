@@ -13,10 +13,10 @@ class LqPDDMarker {
 public:
     virtual ~LqPDDMarker() = default;
 
-    virtual bool isFixMarker() const = 0;
-    virtual bool isRealMarker() const = 0;
-    virtual bool isDoubleMarker() const = 0;
-    virtual bool isArtificialMarker() const = 0;
+    virtual bool isFixMarker() const = 0;        ///< whether it is of this kind itself
+    virtual bool isRealMarker() const = 0;       ///< whether it is of this kind itself
+    virtual bool isDoubleMarker() const = 0;     ///< whether it is of this kind itself
+    virtual bool isArtificialMarker() const = 0; ///< whether it is of this kind itself
 
 protected:
     LqPDDMarker() = default;
@@ -28,6 +28,7 @@ protected:
 class LqPDDFixMarker : public LqPDDMarker {
 public:
     LqPDDFixMarker() : bodyName("") {}
+    /// A marker on that body.
     LqPDDFixMarker(std::int32_t newId, float newWeight, LmStr body)
         : id(newId), weight(newWeight), bodyName(std::move(body)) {}
 
@@ -36,15 +37,16 @@ public:
     bool isDoubleMarker() const override { return false; }
     bool isArtificialMarker() const override { return false; }
 
-    std::int32_t id = -1;
-    float weight = 0.0F;
-    LmStr bodyName;
+    std::int32_t id = -1; ///< counts from 1 in a valid definition
+    float weight = 0.0F;  ///< in the solver
+    LmStr bodyName;       ///< a body, or for some kinds `referenceSystemName`
 };
 
 /// A marker that the capture system sees.
 class LqPDDRealMarker : public LqPDDFixMarker {
 public:
     LqPDDRealMarker() = default;
+    /// A marker on that body.
     LqPDDRealMarker(std::int32_t newId, std::int32_t prediction, float newWeight, LmStr body)
         : LqPDDFixMarker(newId, newWeight, std::move(body)), predictionType(prediction) {}
 
@@ -58,6 +60,7 @@ public:
 class LqPDDDoubleMarker : public LqPDDFixMarker {
 public:
     LqPDDDoubleMarker() = default;
+    /// A marker on that body.
     LqPDDDoubleMarker(std::int32_t newId, std::int32_t secondId, float newWeight, LmStr body)
         : LqPDDFixMarker(newId, newWeight, std::move(body)), doubleId(secondId) {}
 
@@ -71,6 +74,7 @@ public:
 class LqPDDArtificialMarker : public LqPDDFixMarker {
 public:
     LqPDDArtificialMarker() : otherBodyName("") {}
+    /// A pair on these two bodies.
     LqPDDArtificialMarker(std::int32_t newId, std::int32_t newOtherId, float newWeight, LmStr body,
                           LmStr otherBody)
         : LqPDDFixMarker(newId, newWeight, std::move(body)), otherId(newOtherId),
@@ -79,20 +83,21 @@ public:
     bool isFixMarker() const override { return false; }
     bool isArtificialMarker() const override { return true; }
 
-    std::int32_t otherId = -1;
-    LmStr otherBodyName;
+    std::int32_t otherId = -1; ///< of the second point
+    LmStr otherBodyName;       ///< of the second point
 };
 
 /// A plain record numbered between the real and the fix markers. No file holds such markers; they enter
 /// through `LqProblemDefData::addGlobalDirectionMarker` alone.
 struct LqPDDGlobalDirectionMarker {
     LqPDDGlobalDirectionMarker() : bodyName("") {}
+    /// A marker on that body.
     LqPDDGlobalDirectionMarker(std::int32_t newId, float newWeight, LmStr body)
         : id(newId), weight(newWeight), bodyName(std::move(body)) {}
 
-    std::int32_t id = -1;
-    float weight = 0.0F;
-    LmStr bodyName;
+    std::int32_t id = -1; ///< counts from 1 in a valid definition
+    float weight = 0.0F;  ///< in the solver
+    LmStr bodyName;       ///< a body
 };
 
 } // namespace quillon

@@ -10,6 +10,7 @@ namespace quillon {
 /// One system variable, that is one degree of freedom, of a problem definition.
 struct LqPDDSysVar {
     LqPDDSysVar() : description("") {}
+    /// A variable of that id and name.
     LqPDDSysVar(std::int32_t newId, LmStr newDescription)
         : id(newId), description(std::move(newDescription)) {}
     LqPDDSysVar(const LqPDDSysVar&) = default;

@@ -26,13 +26,13 @@ public:
     LqProblemDefData& operator=(const LqProblemDefData& other);
     ~LqProblemDefData();
 
-    LmDArray<LqPDDSysVar*> sysVars;
-    LmDArray<LqPDDBodyMap*> bodies;
-    LmDArray<LqPDDFixMarker*> fixMarkers;
-    LmDArray<LqPDDRealMarker*> realMarkers;
-    LmDArray<LqPDDGlobalDirectionMarker*> globalDirectionMarkers;
-    LmDArray<LqPDDDoubleMarker*> doubleMarkers;
-    LmDArray<LqPDDArtificialMarker*> artificialMarkers;
+    LmDArray<LqPDDSysVar*> sysVars;                               ///< by ascending id in a valid definition
+    LmDArray<LqPDDBodyMap*> bodies;                               ///< in file order
+    LmDArray<LqPDDFixMarker*> fixMarkers;                         ///< numbered behind the real markers
+    LmDArray<LqPDDRealMarker*> realMarkers;                       ///< numbered from 1
+    LmDArray<LqPDDGlobalDirectionMarker*> globalDirectionMarkers; ///< in no file
+    LmDArray<LqPDDDoubleMarker*> doubleMarkers;                   ///< numbered behind the fix markers
+    LmDArray<LqPDDArtificialMarker*> artificialMarkers;           ///< pairs, numbered last
     LmDoubleLinkedList includes; ///< of `LqPDDInclude*`: sections not yet merged, in file order
 
     /// Clears this definition and copies all of the other but its global direction markers, which are left
@@ -45,22 +45,22 @@ public:
 
     /// The body, or null; also null for `referenceSystemName`.
     LqPDDBodyMap* findBody(const LmStr& name) const;
-    bool hasBody(const LmStr& name) const;
+    bool hasBody(const LmStr& name) const; ///< whether there is one; not for `referenceSystemName`
     /// The index in `bodies`.
     std::optional<int> bodyIndex(const LmStr& name) const;
-    LqPDDBodyMap* findBodyByNumber(std::int32_t graphicsNumber) const;
-    LqPDDSysVar* findSysVar(const LmStr& description) const;
-    LqPDDSysVar* findSysVarById(std::int32_t id) const;
-    LqPDDRealMarker* findRealMarker(std::int32_t id) const;
+    LqPDDBodyMap* findBodyByNumber(std::int32_t graphicsNumber) const; ///< by the number beside the name
+    LqPDDSysVar* findSysVar(const LmStr& description) const;           ///< by its name
+    LqPDDSysVar* findSysVarById(std::int32_t id) const;                ///< by its id
+    LqPDDRealMarker* findRealMarker(std::int32_t id) const;            ///< by its id
     /// The index in `realMarkers`, or -1.
     int realMarkerIndex(std::int32_t id) const;
     /// By `id`, not by `otherId`.
     LqPDDArtificialMarker* findArtificialMarker(std::int32_t id) const;
     /// The index in `artificialMarkers`, or -1. By `id`, not by `otherId`.
     int artificialMarkerIndex(std::int32_t id) const;
-    bool hasRealMarker(std::int32_t id) const;
-    bool hasFixMarker(std::int32_t id) const;
-    bool hasDoubleMarker(std::int32_t id) const;
+    bool hasRealMarker(std::int32_t id) const;   ///< by its id
+    bool hasFixMarker(std::int32_t id) const;    ///< by its id
+    bool hasDoubleMarker(std::int32_t id) const; ///< by its `id`, not by `doubleId`
 
     // --- Summaries -------------------------------------------------------------------------------
 
@@ -89,7 +89,7 @@ public:
     /// The ids from 1 to `highestSysVarId` that no body uses, ascending. A type variable counts as used when
     /// the body's `type` has its bit.
     LmDArray<int> unusedSysVars() const;
-    bool hasUnusedSysVars() const;
+    bool hasUnusedSysVars() const; ///< whether `unusedSysVars` has any
     /// Whether the id is among the `bodySysVars` of some body.
     bool anyBodyUsesSysVar(std::int32_t id) const;
 
@@ -146,16 +146,17 @@ public:
     void removeMarkers(const LmArray<int>& ids);
     /// Append a copy.
     void addArtificialMarker(const LqPDDArtificialMarker& marker);
-    void addGlobalDirectionMarker(const LqPDDGlobalDirectionMarker& marker);
-    void setFixMarkers(const LmDArray<LqPDDFixMarker*>& markers);
-    void setRealMarkers(const LmDArray<LqPDDRealMarker*>& markers);
+    void addGlobalDirectionMarker(const LqPDDGlobalDirectionMarker& marker); ///< at the end of its array
+    void setFixMarkers(const LmDArray<LqPDDFixMarker*>& markers);            ///< as `setBodies`
+    void setRealMarkers(const LmDArray<LqPDDRealMarker*>& markers);          ///< as `setBodies`
+    /// As `setBodies`.
     void setGlobalDirectionMarkers(const LmDArray<LqPDDGlobalDirectionMarker*>& markers);
-    void setDoubleMarkers(const LmDArray<LqPDDDoubleMarker*>& markers);
-    void setArtificialMarkers(const LmDArray<LqPDDArtificialMarker*>& markers);
+    void setDoubleMarkers(const LmDArray<LqPDDDoubleMarker*>& markers);         ///< as `setBodies`
+    void setArtificialMarkers(const LmDArray<LqPDDArtificialMarker*>& markers); ///< as `setBodies`
 
     // --- Editing: system variables and includes --------------------------------------------------
 
-    void setSysVars(const LmDArray<LqPDDSysVar*>& newSysVars);
+    void setSysVars(const LmDArray<LqPDDSysVar*>& newSysVars); ///< as `setBodies`
     /// Appends copies of the given variables.
     void appendSysVars(const LmDArray<LqPDDSysVar*>& moreSysVars);
     /// Frees the variables with these ids and takes them out of all mappings: terms on them go, and what
@@ -163,7 +164,7 @@ public:
     void removeSysVars(const LmArray<int>& ids);
     /// Appends a copy.
     void addInclude(const LqPDDInclude& include);
-    void clearIncludes();
+    void clearIncludes(); ///< frees the INCLUDE sections
     /// Appends the text to the `bodyNameSuffix` of every include.
     void appendToIncludeSuffixes(const LmStr& text);
     /// Reads the files that the includes name, with their own includes merged first, and puts their records

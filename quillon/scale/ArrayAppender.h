@@ -15,6 +15,7 @@ namespace quillon::scaleDef {
 template <class Record>
 class ArrayAppender {
 public:
+    /// Behind the records that the array holds.
     explicit ArrayAppender(LmDArray<Record>& array) : array(array), recordCount(array.count()) {}
     ArrayAppender(const ArrayAppender&) = delete;
     ArrayAppender& operator=(const ArrayAppender&) = delete;

@@ -48,16 +48,16 @@ public:
     /// `positionConstraints`.
     bool isEmpty() const;
 
-    LmDArray<Pose_t*> poses; ///< owned, in file order
-    LmDArray<RealWeightOverride_t> realWeightOverrides;
-    LmDArray<ArtificialWeightOverride_t> artificialWeightOverrides;
-    LmDArray<LimitOverride_t> limitOverrides;           ///< in force in every pose
+    LmDArray<Pose_t*> poses;                                        ///< owned, in file order
+    LmDArray<RealWeightOverride_t> realWeightOverrides;             ///< in file order
+    LmDArray<ArtificialWeightOverride_t> artificialWeightOverrides; ///< in file order
+    LmDArray<LimitOverride_t> limitOverrides;                       ///< in force in every pose
     LmDArray<SysVarGuideOverride> sysVarGuideOverrides; ///< outside poses; by ascending id, each id once
-    LmDArray<BodyParams_t> bodyParams;
-    LmDArray<TempData_t> temps;
-    LmDArray<ScaleVar> scaleVars;
-    LmDArray<GlobalConst_t> globalConstraints;     ///< outside poses
-    LmDArray<PositionConst_t> positionConstraints; ///< outside poses
+    LmDArray<BodyParams_t> bodyParams;                  ///< in file order
+    LmDArray<TempData_t> temps;                         ///< in file order
+    LmDArray<ScaleVar> scaleVars;                       ///< the id of one is its position from 1
+    LmDArray<GlobalConst_t> globalConstraints;          ///< outside poses
+    LmDArray<PositionConst_t> positionConstraints;      ///< outside poses
     std::int32_t realCount = 0;  ///< the real markers that take part in the scaling are 1 to `realCount`
     float defaultRealWeight = 0; ///< of a real marker without an override
 
@@ -74,16 +74,16 @@ public:
 
     // --- Real markers and weights ---------------------------------------------------------------------
 
-    void setRealCount(std::int32_t count);
+    void setRealCount(std::int32_t count); ///< sets the field; overrides stay
     /// Makes room for a new real marker: overrides for markers from `id` on move up, as do the ids of all
     /// temps and artificial pairs, since they lie above the reals. `realCount` grows unless `id` lies more
     /// than 1 above it.
     void insertRealMarker(std::int32_t id);
     /// The inverse, which also drops the override of the marker. Does nothing for an id above `realCount`.
     void removeRealMarker(std::int32_t id);
-    int realWeightOverrideCount() const;
-    bool hasRealWeightOverride(std::int32_t markerId) const;
-    RealWeightOverride_t* findRealWeightOverride(std::int32_t markerId);
+    int realWeightOverrideCount() const;                                 ///< how many there are
+    bool hasRealWeightOverride(std::int32_t markerId) const;             ///< by the marker
+    RealWeightOverride_t* findRealWeightOverride(std::int32_t markerId); ///< by the marker
     const RealWeightOverride_t* findRealWeightOverride(std::int32_t markerId) const;
     /// Change the weight of an override that exists.
     void setRealWeight(std::int32_t markerId, float weight);
@@ -91,7 +91,7 @@ public:
     /// Append an override; reports "Duplicate entry." when the marker has one.
     void addRealWeightOverride(std::int32_t markerId, float weight);
     void addRealWeightOverride(const RealWeightOverride_t& record);
-    void removeRealWeightOverride(std::int32_t markerId);
+    void removeRealWeightOverride(std::int32_t markerId); ///< the first of that marker
     /// Whether the id is either one of a pair.
     bool hasArtificialWeightOverride(std::int32_t markerId) const;
     /// Sets the weight of the first pair that holds the id.
@@ -106,8 +106,8 @@ public:
 
     // --- Limit overrides ------------------------------------------------------------------------------
 
-    bool hasLimitOverride(std::int32_t sysVarId) const;
-    LimitOverride_t* findLimitOverride(std::int32_t sysVarId);
+    bool hasLimitOverride(std::int32_t sysVarId) const;        ///< outside poses
+    LimitOverride_t* findLimitOverride(std::int32_t sysVarId); ///< outside poses
     const LimitOverride_t* findLimitOverride(std::int32_t sysVarId) const;
     /// Replaces the record of the same id, if there is one.
     void updateLimitOverride(const LimitOverride_t& record);
@@ -121,11 +121,11 @@ public:
     bool removeLimitOverrideEverywhere(std::int32_t sysVarId);
     /// Looks in the default pose when there are no poses.
     bool hasPoseLimitOverride(std::int32_t sysVarId, int pose) const;
-    LimitOverride_t* findPoseLimitOverride(std::int32_t sysVarId, int pose);
+    LimitOverride_t* findPoseLimitOverride(std::int32_t sysVarId, int pose); ///< as `hasPoseLimitOverride`
     const LimitOverride_t* findPoseLimitOverride(std::int32_t sysVarId, int pose) const;
-    void updatePoseLimitOverride(const LimitOverride_t& record, int pose);
-    void addPoseLimitOverride(const LimitOverride_t& record, int pose);
-    bool removePoseLimitOverride(std::int32_t sysVarId, int pose);
+    void updatePoseLimitOverride(const LimitOverride_t& record, int pose); ///< as outside poses
+    void addPoseLimitOverride(const LimitOverride_t& record, int pose);    ///< as outside poses
+    bool removePoseLimitOverride(std::int32_t sysVarId, int pose);         ///< as outside poses
     /// Gives the pose an override with both limits 0 when it has none, or takes it away. Looks in the
     /// default pose when there are no poses; one can only be added to a pose that there is.
     void setPoseLimitOverride(std::int32_t sysVarId, int pose, bool on);
@@ -134,7 +134,7 @@ public:
 
     // --- Guide overrides: without a pose, and for a null pose, those outside poses ----------------------
 
-    SysVarGuideOverride* findGuideOverride(std::int32_t sysVarId);
+    SysVarGuideOverride* findGuideOverride(std::int32_t sysVarId); ///< outside poses
     const SysVarGuideOverride* findGuideOverride(std::int32_t sysVarId) const;
     /// Looks in the default pose when there are no poses.
     const SysVarGuideOverride* findPoseGuideOverride(std::int32_t sysVarId, int pose) const;
@@ -145,11 +145,12 @@ public:
     void updateGuideOverride(const SysVarGuideOverride& record, std::optional<int> pose = std::nullopt);
     /// Inserts by ascending id. When the id exists the new record is dropped without a message.
     void addGuideOverride(const SysVarGuideOverride& record, std::optional<int> pose = std::nullopt);
+    /// Removes the record of that id.
     void removeGuideOverride(std::int32_t sysVarId, std::optional<int> pose = std::nullopt);
 
     // --- Scaled bodies and constraints ------------------------------------------------------------------
 
-    BodyParams_t* findBodyParams(const LmStr& bodyName);
+    BodyParams_t* findBodyParams(const LmStr& bodyName); ///< by the body's name
     const BodyParams_t* findBodyParams(const LmStr& bodyName) const;
     /// Appends a copy.
     void addBodyParams(const BodyParams_t& record);
@@ -159,22 +160,24 @@ public:
     /// constraints, deliberately keep the old name.
     void renameBody(const LmStr& oldName, const LmStr& newName);
     // A constraint is found by the values of all its fields; the first match is replaced or removed.
+    /// Outside poses.
     void replaceGlobalConstraint(const GlobalConst_t& record, const GlobalConst_t& replacement);
-    void removeGlobalConstraint(const GlobalConst_t& record);
-    void addPoseGlobalConstraint(const GlobalConst_t& record, int pose);
+    void removeGlobalConstraint(const GlobalConst_t& record);            ///< outside poses
+    void addPoseGlobalConstraint(const GlobalConst_t& record, int pose); ///< appends
+    /// In a pose.
     void replacePoseGlobalConstraint(const GlobalConst_t& record, const GlobalConst_t& replacement, int pose);
-    void removePoseGlobalConstraint(const GlobalConst_t& record, int pose);
-    void addPosePositionConstraint(const PositionConst_t& record, int pose);
+    void removePoseGlobalConstraint(const GlobalConst_t& record, int pose);  ///< in a pose
+    void addPosePositionConstraint(const PositionConst_t& record, int pose); ///< appends
     /// In a pose, or without one outside poses.
     void replacePositionConstraint(const PositionConst_t& record, const PositionConst_t& replacement,
                                    std::optional<int> pose = std::nullopt);
-    void removePositionConstraint(const PositionConst_t& record);
-    void removePosePositionConstraint(const PositionConst_t& record, int pose);
+    void removePositionConstraint(const PositionConst_t& record);               ///< outside poses
+    void removePosePositionConstraint(const PositionConst_t& record, int pose); ///< in a pose
 
     // --- Temporary markers ------------------------------------------------------------------------------
 
-    bool hasTemp(std::int32_t id) const;
-    TempData_t* findTemp(std::int32_t id);
+    bool hasTemp(std::int32_t id) const;   ///< by its id
+    TempData_t* findTemp(std::int32_t id); ///< by its id
     const TempData_t* findTemp(std::int32_t id) const;
     /// Appends.
     void addTemp(const TempData_t& record);
@@ -190,7 +193,7 @@ public:
 
     // --- Scaling variables ------------------------------------------------------------------------------
 
-    int scaleVarCount() const;
+    int scaleVarCount() const; ///< how many there are
     /// Replaces the variable of that id. Without a name it is named by the decimal text of the id.
     void setScaleVar(std::int32_t id, const ScaleVar& record);
     /// Inserts a variable as `setScaleVar` sets it; reports an id outside 1 to count + 1. Mappings keep
@@ -206,7 +209,7 @@ public:
 
     // --- Poses ------------------------------------------------------------------------------------------
 
-    bool hasPose(const LmStr& name) const;
+    bool hasPose(const LmStr& name) const; ///< by its name
     /// Frees all poses.
     void clearPoses();
     /// Frees the first match.

@@ -30,15 +30,15 @@ public:
     /// `lenientReading` makes warnings of unresolved references, as `reportUnresolved` tells.
     ScaleDefContext(LqScaleDefData& target, const LqProblemDefData& problem, bool lenientReading);
 
-    const LqProblemDefData& problemDef;
-    LqScaleDefData& definition;
-    const bool lenient;
+    const LqProblemDefData& problemDef; ///< that names are looked up in
+    LqScaleDefData& definition;         ///< that is filled
+    const bool lenient;                 ///< whether unresolved references are warnings
 
     // The arrays of the definition that are filled through this object, beside its scaling variables.
-    ArrayAppender<Pose_t*> poses;
-    ArrayAppender<BodyParams_t> bodyParams;
-    ArrayAppender<PositionConst_t> positionConstraints;
-    GuideOverrideFiller sysVarGuideOverrides;
+    ArrayAppender<Pose_t*> poses;                       ///< of the definition
+    ArrayAppender<BodyParams_t> bodyParams;             ///< of the definition
+    ArrayAppender<PositionConst_t> positionConstraints; ///< of the definition
+    GuideOverrideFiller sysVarGuideOverrides;           ///< of the definition
 
     // --- References to the problem definition ----------------------------------------------------
 
@@ -55,7 +55,7 @@ public:
 
     // --- Scaling variables and mappings ----------------------------------------------------------
 
-    int scaleVarCount() const { return scaleVars.count(); }
+    int scaleVarCount() const { return scaleVars.count(); } ///< those appended so far
     /// The id of the first scaling variable of that name, 0 when there is none.
     std::int32_t scaleVarId(const LmStr& name) const;
     /// Appends a scaling variable without a name; it stays where it is until the next one is appended.

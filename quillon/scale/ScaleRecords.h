@@ -24,43 +24,43 @@ using ScaleMapping = LqBasicVarMapping<ScaleFloat>;
 /// The weight of one real marker.
 struct RealWeightOverride_t {
     std::int32_t markerId = 0; ///< 1 to `realCount`
-    float weight = 0;
+    float weight = 0;          ///< in place of `defaultRealWeight`
 
     friend bool operator==(const RealWeightOverride_t&, const RealWeightOverride_t&) = default;
 };
 
 /// The weight of a pair of artificial markers, whose ids lie above `realCount`.
 struct ArtificialWeightOverride_t {
-    std::int32_t firstMarkerId = 0;
-    std::int32_t secondMarkerId = 0;
-    float weight = 0;
+    std::int32_t firstMarkerId = 0;  ///< the id of the pair
+    std::int32_t secondMarkerId = 0; ///< its other id
+    float weight = 0;                ///< of the pair
 
     friend bool operator==(const ArtificialWeightOverride_t&, const ArtificialWeightOverride_t&) = default;
 };
 
 /// The limits of a system variable while scaling. A limit that is absent is `noLowerLimit`, `noUpperLimit`.
 struct LimitOverride_t {
-    std::int32_t sysVarId = -1;
-    ScaleFloat lower;
-    ScaleFloat upper;
+    std::int32_t sysVarId = -1; ///< in the problem definition
+    ScaleFloat lower;           ///< or `noLowerLimit`
+    ScaleFloat upper;           ///< or `noUpperLimit`
 
     friend bool operator==(const LimitOverride_t&, const LimitOverride_t&) = default;
 };
 
 /// A value that a system variable is drawn towards, and how strongly.
 struct SysVarGuideOverride {
-    std::int32_t sysVarId = 0;
-    float value = 0;
-    float weight = 0;
+    std::int32_t sysVarId = 0; ///< in the problem definition
+    float value = 0;           ///< towards which
+    float weight = 0;          ///< how strongly
 
     friend bool operator==(const SysVarGuideOverride&, const SysVarGuideOverride&) = default;
 };
 
 /// Makes a body's local vector point along a global one. Readers give the two equal magnitudes.
 struct GlobalConst_t {
-    LmStr bodyName{""};
-    LmVec3 local = {};
-    LmVec3 global = {};
+    LmStr bodyName{""}; ///< in the problem definition
+    LmVec3 local = {};  ///< in the frame of the body
+    LmVec3 global = {}; ///< in the global frame
 
     friend bool operator==(const GlobalConst_t&, const GlobalConst_t&) = default;
 };
@@ -75,20 +75,20 @@ struct PositionConst_t {
     LmArray<ScaleMapping> mapping{transformCount}; ///< X, Y, Z translation, X, Y, Z rotation
     LmStr body{""};                                ///< the constrained body or "GLOBAL"
     LmStr parent{""};                              ///< the body that it is constrained to or "GLOBAL"
-    float weight = 1;
-    LmVec3 localPosition = {}; ///< in the constrained body
-    LmVec3 baseTranslation = {};
-    LmMat3 baseRotation = identityMat3;
+    float weight = 1;                              ///< how strongly
+    LmVec3 localPosition = {};                     ///< in the constrained body
+    LmVec3 baseTranslation = {};                   ///< in the frame of the parent
+    LmMat3 baseRotation = identityMat3;            ///< in the frame of the parent
 };
 
 bool operator==(const PositionConst_t& left, const PositionConst_t& right);
 
 /// A body that is scaled along three axes, which form a right-handed orthonormal frame.
 struct BodyParams_t {
-    LmStr bodyName{""};
-    LmVec3 firstAxis = {};
-    LmVec3 secondAxis = {};
-    LmVec3 thirdAxis = {};
+    LmStr bodyName{""};                ///< in the problem definition
+    LmVec3 firstAxis = {};             ///< of length 1
+    LmVec3 secondAxis = {};            ///< of length 1
+    LmVec3 thirdAxis = {};             ///< first x second
     std::array<ScaleMapping, 3> scale; ///< along the first, the second and the third axis
 };
 
@@ -96,21 +96,21 @@ bool operator==(const BodyParams_t& left, const BodyParams_t& right);
 
 /// A marker that exists only while scaling.
 struct TempData_t {
-    std::int32_t id = 0;
+    std::int32_t id = 0;                ///< behind those of the real markers
     std::array<ScaleFloat, 3> position; ///< x, y, z in the frame of `relativeBody`
-    LmStr attachedBody{""};
-    LmStr relativeBody{""}; ///< equal to `attachedBody` when the file names one body
-    float weight = 0;
+    LmStr attachedBody{""};             ///< that it moves with
+    LmStr relativeBody{""};             ///< equal to `attachedBody` when the file names one body
+    float weight = 0;                   ///< in the fit
 
     friend bool operator==(const TempData_t&, const TempData_t&) = default;
 };
 
 /// A scaling variable. Its id is its position in the definition, counted from 1.
 struct ScaleVar {
-    LmStr name{""};
+    LmStr name{""};    ///< unique in a definition
     LmStr description; ///< null when none is given
-    ScaleFloat lower;
-    ScaleFloat upper;
+    ScaleFloat lower;  ///< or `noLowerLimit`
+    ScaleFloat upper;  ///< or `noUpperLimit`
 
     friend bool operator==(const ScaleVar&, const ScaleVar&) = default;
 };
@@ -137,11 +137,11 @@ namespace quillon::scaleDef {
 
 /// One pose in which the subject is measured, with what holds in this pose only.
 struct Pose_t {
-    LmStr name{""};
-    LmDArray<LimitOverride_t> limitOverrides;
+    LmStr name{""};                                     ///< not empty
+    LmDArray<LimitOverride_t> limitOverrides;           ///< in this pose
     LmDArray<SysVarGuideOverride> sysVarGuideOverrides; ///< by ascending `sysVarId`, each id once
-    LmDArray<GlobalConst_t> globalConstraints;
-    LmDArray<PositionConst_t> positionConstraints;
+    LmDArray<GlobalConst_t> globalConstraints;          ///< in this pose
+    LmDArray<PositionConst_t> positionConstraints;      ///< in this pose
 };
 
 /// Compares the name and the four arrays, record by record in order.

@@ -6,9 +6,9 @@ namespace quillon::scaleDef {
 
 /// Three axes of unit length at right angles to each other, right-handed in this order.
 struct ScalingAxes {
-    LmVec3 first;
-    LmVec3 second;
-    LmVec3 third;
+    LmVec3 first;  ///< of length 1
+    LmVec3 second; ///< of length 1
+    LmVec3 third;  ///< first x second
 };
 
 /// Whether a vector has no direction: its length is exactly 0. Without a tolerance, but in single precision,

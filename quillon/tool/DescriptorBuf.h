@@ -9,7 +9,7 @@ namespace quillon {
 /// of the stream above it.
 class DescriptorBuf : public std::streambuf {
 public:
-    explicit DescriptorBuf(int descriptor);
+    explicit DescriptorBuf(int descriptor); ///< to an open file
     ~DescriptorBuf() override;
     DescriptorBuf(const DescriptorBuf&) = delete;
     DescriptorBuf& operator=(const DescriptorBuf&) = delete;

@@ -9,10 +9,10 @@ namespace quillon {
 
 /// The data of one problem, as the files of a specification give it. Owns everything that readers put in it.
 struct LqProblemBundle {
-    LqProblemDefData problemDef;
-    LqBodyDefData model;
-    LqLimitsData limits;
-    LqScaleDefData scaleDef;
+    LqProblemDefData problemDef; ///< of `PROBDEF:`
+    LqBodyDefData model;         ///< of `UNSCALEDBODYDEF:`
+    LqLimitsData limits;         ///< of `LIMITS:`
+    LqScaleDefData scaleDef;     ///< of `SCALEDEF:`
 };
 
 } // namespace quillon

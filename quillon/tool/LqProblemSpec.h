@@ -24,24 +24,24 @@ public:
 
     /// Whether all six paths are null; `matchBy` and the user values are not looked at.
     bool isBlank() const;
-    LqMatchBy matchBy() const { return matchBy_; }
-    void setMatchBy(LqMatchBy newMatchBy) { matchBy_ = newMatchBy; }
+    LqMatchBy matchBy() const { return matchBy_; }                   ///< of `Match:`
+    void setMatchBy(LqMatchBy newMatchBy) { matchBy_ = newMatchBy; } ///< of `Match:`
     /// Sets the time of each path that is not null from the file that it names.
     void refreshTimes();
 
-    LmStr model;
-    std::int64_t modelTime = 0;
-    LmStr problemDefinition;
-    std::int64_t problemDefinitionTime = 0;
-    LmStr unscaledBodyDef;
-    std::int64_t unscaledBodyDefTime = 0;
-    LmStr scaleDefinition;
-    std::int64_t scaleDefinitionTime = 0;
-    LmStr limits;
-    std::int64_t limitsTime = 0;
-    LmStr searchParameters;
-    std::int64_t searchParametersTime = 0;
-    std::map<LmStr, LmStr> userValues;
+    LmStr model;                            ///< of `MODEL:`
+    std::int64_t modelTime = 0;             ///< of that file
+    LmStr problemDefinition;                ///< of `PROBDEF:`
+    std::int64_t problemDefinitionTime = 0; ///< of that file
+    LmStr unscaledBodyDef;                  ///< of `UNSCALEDBODYDEF:`
+    std::int64_t unscaledBodyDefTime = 0;   ///< of that file
+    LmStr scaleDefinition;                  ///< of `SCALEDEF:`
+    std::int64_t scaleDefinitionTime = 0;   ///< of that file
+    LmStr limits;                           ///< of `LIMITS:`
+    std::int64_t limitsTime = 0;            ///< of that file
+    LmStr searchParameters;                 ///< of `SEARCHPARAMETERS:`
+    std::int64_t searchParametersTime = 0;  ///< of that file
+    std::map<LmStr, LmStr> userValues;      ///< by their tags
 
 private:
     LqMatchBy matchBy_ = LqMatchBy::BodyID;
@@ -52,10 +52,10 @@ bool operator==(const LqProblemSpec& a, const LqProblemSpec& b);
 
 /// One path of a problem specification with its time, as a row of `specPaths`.
 struct LqSpecPath {
-    const char* keyword; ///< begins its line in the file, with the colon
-    const char* name;    ///< what messages call it
-    LmStr LqProblemSpec::*path;
-    std::int64_t LqProblemSpec::*time;
+    const char* keyword;               ///< begins its line in the file, with the colon
+    const char* name;                  ///< what messages call it
+    LmStr LqProblemSpec::*path;        ///< the field of the path
+    std::int64_t LqProblemSpec::*time; ///< the field of its time
     bool mayBeCompressed; ///< whether its time is that of its compressed variant when only that exists
 };
 

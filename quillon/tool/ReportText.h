@@ -15,11 +15,12 @@ namespace quillon {
 /// Numbers come out as a stream with default flags prints them.
 class ReportText {
 public:
-    explicit ReportText(std::ostream& output);
+    explicit ReportText(std::ostream& output); ///< for a stream that outlives it
     ReportText(const ReportText&) = delete;
     ReportText& operator=(const ReportText&) = delete;
     ~ReportText();
 
+    /// Texts and numbers as they are, one behind the other.
     ReportText& operator<<(std::string_view text) {
         if (text.size() > pieceSize - used) {
             return appendBeyondPiece(text);
