@@ -20,10 +20,12 @@ inline constexpr const char* includeSuffixKey = "BODY_NAME_SUFFIX";
 
 /// A key of an INCLUDE block, and the one place that its value goes to.
 struct IncludeKey {
+    /// A key whose value is a text.
     IncludeKey(const char* word, LmStr& place) : keyword(word), text(&place) {}
+    /// A key whose value is an integer.
     IncludeKey(const char* word, std::int32_t& place) : keyword(word), number(&place) {}
 
-    const char* keyword;
+    const char* keyword;            ///< compared without regard to case
     LmStr* text = nullptr;          ///< takes the value as it is
     std::int32_t* number = nullptr; ///< takes the integer at the front of the value
 };

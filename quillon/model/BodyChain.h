@@ -40,6 +40,7 @@ LmVec3 offsetBetweenBodiesInverse(const LqProblemDefData& problem, const LqBodyD
 /// first one counts, as in a scan. Good until a body of either is added, removed or renamed.
 class BodyIndex {
 public:
+    /// Of all bodies of the two, which outlive it.
     BodyIndex(const LqProblemDefData& problem, const LqBodyDefData& model);
 
     /// The body in the definition, or null.

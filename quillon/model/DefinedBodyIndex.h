@@ -15,7 +15,7 @@ class LqProblemDefData;
 /// hold those of a crowd.
 class DefinedBodyIndex {
 public:
-    explicit DefinedBodyIndex(const LqProblemDefData& definition);
+    explicit DefinedBodyIndex(const LqProblemDefData& definition); ///< which outlives it
 
     /// The body, or null.
     const LqPDDBodyMap* find(std::string_view name) const;

@@ -17,7 +17,7 @@ namespace scaleDef {
 /// meanwhile.
 class SysVarNames {
 public:
-    explicit SysVarNames(const LqProblemDefData& problemDef);
+    explicit SysVarNames(const LqProblemDefData& problemDef); ///< of all its variables
 
     /// The name, which may be empty; none when there is no variable of that id.
     std::optional<std::string_view> find(std::int32_t id) const;

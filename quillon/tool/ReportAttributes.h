@@ -18,6 +18,7 @@ void writeVector3(ReportText& out, const LmVec3& vector);
 /// name=value with a blank between them, and ")" on destruction. Without an entry nothing is written.
 class ValueList {
 public:
+    /// Begins a list in a report that outlives it.
     ValueList(ReportText& text, const char* listLabel) : out(text), label(listLabel) {}
     ValueList(const ValueList&) = delete;
     ValueList& operator=(const ValueList&) = delete;

@@ -65,7 +65,7 @@ TEST(PageMessages, AreTextsOfTheSourcesThatThePageNames) {
         }
         EXPECT_THAT(strange, IsEmpty()) << page.path;
     }
-    EXPECT_GT(count, 150);
+    EXPECT_GT(count, 250);
 }
 
 TEST(PageMessages, StandOnceOnTheirPage) {

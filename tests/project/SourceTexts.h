@@ -10,11 +10,13 @@
 #include <filesystem>
 #include <regex>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace quillon::test {
 
-/// The text with its escapes resolved; a line end counts as a blank, since messages are compared in one line.
+/// The text with its escapes resolved; line ends and tabs count as blanks, since messages are compared in one
+/// line.
 inline std::string plainText(const std::string& quoted) {
     std::string text;
     for (std::size_t i = 0; i < quoted.size(); ++i) {
@@ -22,7 +24,7 @@ inline std::string plainText(const std::string& quoted) {
             text += quoted[i];
         } else {
             ++i;
-            text += quoted[i] == 'n' ? ' ' : quoted[i];
+            text += std::string_view("ntr").find(quoted[i]) == std::string_view::npos ? quoted[i] : ' ';
         }
     }
     return text;
