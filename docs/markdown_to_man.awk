@@ -1,6 +1,6 @@
 # Makes a man page of a page of the documentation.
 #
-#   awk -v page=docs/formats/model.md -v version=0.0.0a -f markdown_to_man.awk docs/*.md docs/formats/*.md
+#   awk -v page=docs/formats/model.md -v version=1.2.3 -f markdown_to_man.awk docs/*.md docs/formats/*.md
 #
 # All pages are given, so that links become references to man pages. A page says what it is in the manual by a comment,
 # <!-- man: NAME SECTION "DESCRIPTION" -->. Understood are headings, paragraphs, lists of one level, code, tables and

@@ -3,6 +3,7 @@
 #include "quillon/core/LmStatus.h"
 #include "quillon/limits/LimitsReader.h"
 #include "quillon/scale/LqMeasuredData.h"
+#include "quillon/tool/Version.h"
 #include "tests/project/Pages.h"
 #include "tests/support/ChildProcess.h"
 #include "tests/support/ScratchDirectory.h"
@@ -97,6 +98,20 @@ TEST(PageExamples, ProgramsPrintWhatThePageShows) {
         }
     }
     EXPECT_GE(count, 5);
+}
+
+TEST(Version, StandsInOnePlaceAndAtTheTopOfTheChanges) {
+    const std::string changes = support::readBytes(root / "CHANGELOG.md");
+    const std::size_t newest = changes.find("\n## ") + 4;
+    EXPECT_EQ(changes.substr(newest, changes.find('\n', newest) - newest), version);
+
+    for (const char* folder : {"cmake", "docs", "quillon", "scripts", "bench", ".ci"}) {
+        for (const auto& entry : fs::recursive_directory_iterator(root / folder)) {
+            if (entry.is_regular_file() && entry.path().filename() != "Version.h") {
+                EXPECT_EQ(support::readBytes(entry.path()).find(version), std::string::npos) << entry.path();
+            }
+        }
+    }
 }
 
 TEST(PageLinks, LeadToFilesThatAreThere) {

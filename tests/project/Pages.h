@@ -84,16 +84,19 @@ inline Page pageAt(const std::filesystem::path& path) {
     return {path, text, notesOf(text), codeSpansOf(text), messagesOf(text)};
 }
 
-/// All pages of the documentation, by their paths.
-inline std::vector<Page> allPages() {
-    std::vector<Page> pages;
-    const std::filesystem::path folder = std::filesystem::path(QUILLON_SOURCE_DIR) / "docs";
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
-        if (entry.path().extension() == ".md") {
-            pages.push_back(pageAt(entry.path()));
+/// All pages of the documentation, by their paths. They are read once.
+inline const std::vector<Page>& allPages() {
+    static const std::vector<Page> pages = [] {
+        std::vector<Page> found;
+        const std::filesystem::path folder = std::filesystem::path(QUILLON_SOURCE_DIR) / "docs";
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
+            if (entry.path().extension() == ".md") {
+                found.push_back(pageAt(entry.path()));
+            }
         }
-    }
-    std::sort(pages.begin(), pages.end(), [](const Page& a, const Page& b) { return a.path < b.path; });
+        std::ranges::sort(found, {}, &Page::path);
+        return found;
+    }();
     return pages;
 }
 
