@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -176,6 +177,27 @@ TEST(IncludeBlock, IsWrittenLineByLine) {
                             "  BODY_NAME_SUFFIX: _l\n"
                             "  OFFSET: -12\n"
                             "}\n");
+}
+
+TEST(IncludeBlock, NamesTheFileByTheVariableOfTheDataDirectoryThatIsSet) {
+    struct Case {
+        std::optional<std::string> drenk;
+        std::optional<std::string> kym;
+        const char* written;
+    };
+    const Case cases[] = {
+        {"/data", "/data/dof", "$DRENK_DATA_DIR/dof/arm.prb"},
+        {std::nullopt, "/data/dof", "$KYM_DATA_DIR/arm.prb"},
+        {"/elsewhere", "/data", "/data/dof/arm.prb"},
+        {std::nullopt, std::nullopt, "/data/dof/arm.prb"},
+    };
+    for (const Case& each : cases) {
+        const EnvironmentValue drenk("DRENK_DATA_DIR", each.drenk);
+        const EnvironmentValue kym("KYM_DATA_DIR", each.kym);
+        std::ostringstream output;
+        beginIncludeBlock(output, "/data/dof/arm.prb");
+        EXPECT_EQ(output.str(), "INCLUDE {\n  FILE_NAME: " + std::string(each.written) + "\n");
+    }
 }
 
 } // namespace

@@ -383,6 +383,18 @@ TEST_F(MergeModelIncludes, ACancelWhileAFileIsReadLeavesTheTargetAsItWas) {
                    test::warning("Read aborted."), error("Canceled.")});
 }
 
+TEST_F(MergeModelIncludes, NothingIsMergedUnderAnErrorThatStandsAlready) {
+    write("Arm");
+    define({"Arm"});
+    addInclude("Arm");
+    pushError("earlier");
+    expectFailure({notIncluded, error("Unable to read '" + path("Arm") + "'."), error("earlier")});
+    pushWarning("earlier");
+    EXPECT_TRUE(model.mergeModelIncludes(definition));
+    EXPECT_EQ(takeChain(), StatusChain{test::warning("earlier")});
+    EXPECT_EQ(bodyNamesOf(model), Lines{"Arm"});
+}
+
 // --- Files that include themselves ---------------------------------------------------------------
 
 TEST_F(MergeModelIncludes, AFileThatIncludesItselfIsRefused) {

@@ -1,5 +1,6 @@
 #include "quillon/problem/LqProblemDefData.h"
 
+#include "quillon/problem/ProblemDefReader.h"
 #include "tests/problem/ProblemDefSamples.h"
 #include "tests/support/StatusChain.h"
 
@@ -7,6 +8,7 @@
 
 #include <functional>
 #include <limits>
+#include <sstream>
 
 namespace quillon::test {
 namespace {
@@ -112,6 +114,31 @@ TEST(ProblemDefChecks, OfManyFaultsOnlyTheFirstInTheOrderOfTheStepsIsReported) {
             faults[later].make(data);
         }
         EXPECT_EQ(checked(data), StatusChain{error(faults[first].message)});
+    }
+}
+
+TEST(ProblemDefChecks, AreNotRunByTheReader) {
+    const CleanStatus clean;
+    struct Case {
+        const char* sections;
+        const char* message;
+    };
+    const Case cases[] = {
+        {"0\n1\n Arm\n nobody\n1 0\n1 2 3 4 5 6\n0\n0\n0\n0\n0\n0\n0\n0\n0\n0\n",
+         "The parent (nobody) of body 'Arm' does not exist."},
+        {"1\n3 x\n0\n0\n0\n0\n0\n", "The system variables do not start at 1 in the problem definition."},
+        {"0\n0\n1\n1 0 1    nobody\n0\n0\n0\n",
+         "Real marker 1 references a body (nobody) that does not exist in the problem definition."},
+        // A name of blanks alone, which the reader trims.
+        {"0\n0\n1\n1 0 1      \n0\n0\n0\n",
+         "Real marker 1 references a body () that does not exist in the problem definition."},
+    };
+    for (const Case& each : cases) {
+        LqProblemDefData data;
+        std::istringstream input(std::string("Kym Problem Definition File\nv1.00\n") + each.sections);
+        EXPECT_TRUE(readProblemDefStream(data, input, true)) << each.message;
+        EXPECT_EQ(takeChain(), StatusChain{});
+        EXPECT_EQ(checked(data), StatusChain{error(each.message)});
     }
 }
 

@@ -139,6 +139,30 @@ TEST(MergeDefinitions, TheResultMayBeOneOfTheTwo) {
     EXPECT_EQ(namesOf(target.bodies), (Lines{"Upper", "Lower", "Upper", "Lower"}));
 }
 
+TEST(MergeDefinitions, MarkersOnTheGlobalFrameAreRefusedOnceTheyHaveASuffix) {
+    LqProblemDefData figure;
+    figure.addBody("Hips", "ReferenceSystemZero", 1);
+    figure.addRealMarker(LqPDDRealMarker(1, 0, 1.0F, "ReferenceSystemZero"));
+    figure.addArtificialMarker(LqPDDArtificialMarker(2, 3, 1.0F, "Hips", "ReferenceSystemZero"));
+    const auto checkedBehindMerge = [&figure](const char* suffix) {
+        LqProblemDefData result;
+        mergeDefinitions(result, LqProblemDefData(), figure, "", suffix, 0, -1);
+        LmStatus status;
+        result.checkProblemDef(status);
+        return chainOf(status);
+    };
+    EXPECT_EQ(checkedBehindMerge(""), StatusChain{});
+    EXPECT_EQ(
+        checkedBehindMerge("_b"),
+        (StatusChain{error("Real marker 1 references a body (ReferenceSystemZero_b) that does not exist "
+                           "in the problem definition.")}));
+    figure.removeRealMarker(1);
+    EXPECT_EQ(
+        checkedBehindMerge("_b"),
+        (StatusChain{error("Artificial marker (1) references a body (Hips_b,ReferenceSystemZero_b) that "
+                           "does not exist in the problem definition.")}));
+}
+
 TEST(MergeDefinitions, NumbersGlobalDirectionMarkersBehindTheRealOnes) {
     LqProblemDefData first;
     fillArm(first);
@@ -366,6 +390,14 @@ TEST_F(MergeIncludes, AMissingFileIsReportedAndLeavesTheTargetAsItWas) {
     write("Leg");
     EXPECT_TRUE(data.mergeIncludes());
     EXPECT_EQ(namesOf(data.bodies), (Lines{"Upper", "Lower", "Arm_l", "Leg_r"}));
+}
+
+TEST_F(MergeIncludes, ARelativeNameIsNotLookedForBesideTheFileThatHoldsIt) {
+    write("Arm");
+    write("Figure", "INCLUDE {\nFILE_NAME: Arm\n}\n");
+    EXPECT_EQ(chainAfterReading("Figure"),
+              (StatusChain{notRead(path("Figure")), notIncluded, error("Unable to open \"Arm\"."),
+                           error("File does not exist.")}));
 }
 
 TEST_F(MergeIncludes, EachLevelOfFilesAddsItsLineToTheChain) {
