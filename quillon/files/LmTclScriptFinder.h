@@ -41,10 +41,10 @@ public:
         const ExistenceChecker& existence;  ///< not owned
     };
 
-    LmStr appName;          ///< the application's name, also a directory word
-    LmDirLayout* layout;    ///< not owned
-    const Finders* finders; ///< not owned
-    bool alsoUpperCase;     ///< also try the name in capitals
+    LmStr appName;                    ///< the application's name, also a directory word
+    LmDirLayout* layout = nullptr;    ///< not owned
+    const Finders* finders = nullptr; ///< not owned
+    bool alsoUpperCase = false;       ///< also try the name in capitals
 };
 
 /// Asks the system for the running program.

@@ -11,24 +11,22 @@ namespace quillon {
 
 namespace {
 
-/// A terminal program and how its command line is put together.
+/// A terminal program and its words for the title and the name of its window.
 struct Terminal {
     const char* program;
     const char* titleOption;
     const char* nameOption;
-    const char* start;
-    std::array<const char*, 3> ends;
 };
 
 /// In the order in which they are preferred.
 constexpr std::array<Terminal, 2> terminals = {{
-    {"konsole",
-     "--title",
-     "--name",
-     "-e sh -c '",
-     {";echo \"Command COMPLETE\"", ";read dummy_read_var'", " &"}},
-    {"rxvt", "-title", "-n", "-e sh -c '", {";echo \"Command COMPLETE\"", ";read dummy_read_var'", " &"}},
+    {"konsole", "--title", "--name"},
+    {"rxvt", "-title", "-n"},
 }};
+
+constexpr const char* beforeCommand = "-e sh -c '";
+/// Keeps the window open until the user presses Enter.
+constexpr const char* behindCommand = ";echo \"Command COMPLETE\";read dummy_read_var' &";
 
 const Terminal* findTerminal() {
     for (const Terminal& terminal : terminals) {
@@ -47,12 +45,7 @@ LmStr commandLineFor(const Terminal& terminal, const LmStr& command, const LmStr
     LmStr line = LmStr(terminal.program) + " ";
     line += optionWithText(terminal.titleOption, title);
     line += optionWithText(terminal.nameOption, name);
-    line += terminal.start;
-    line += command;
-    for (const char* const end : terminal.ends) {
-        line += end;
-    }
-    return line;
+    return line + beforeCommand + command + behindCommand;
 }
 
 } // namespace

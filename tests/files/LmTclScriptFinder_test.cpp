@@ -119,6 +119,12 @@ TEST_F(ScriptFinder, ExpandsVariablesWithoutTheSlashesAtTheirEnds) {
     EXPECT_EQ(searchDirs(), (Texts{"/s/tcl", "/x/$NONE/y", "/s", "", "/z"}));
 }
 
+TEST_F(ScriptFinder, AColonInAValueDividesNothing) {
+    env.values["SCRIPTS"] = "/s:/t";
+    env.values["DRENK_TCL"] = "$SCRIPTS/x:/a";
+    EXPECT_EQ(searchDirs(), (Texts{"/s:/t/x", "/a"}));
+}
+
 TEST_F(ScriptFinder, FindsTheFirstThatExistsAndAsksNoFurther) {
     env.values["DRENK_TCL"] = "/a:/b";
     const FilesAt shared({"/a/s.tcl", "/b/app/s.tcl"});

@@ -124,6 +124,12 @@ TEST_F(TerminalRun, WithoutATerminalReportsSoAndRunsNothing) {
     EXPECT_EQ(run("echo run", "t", "n"), "error: \"" + std::string(noTerminal) + "\"\nnot started\n");
 }
 
+TEST_F(TerminalRun, WhatTheShellAnswersIsNoFailure) {
+    addTerminal("konsole");
+    // The quote ends the shell's own text early, and the "#" takes the "&" that would hide the result.
+    EXPECT_EQ(run("'; exit 3 #", {}, {}), "konsole [-e] [sh] [-c] []\n");
+}
+
 TEST_F(TerminalRun, ReportsACommandForWhichNoProcessCanBeStarted) {
     addTerminal("konsole");
     std::filesystem::permissions(scratch.path(), std::filesystem::perms::all);
