@@ -53,6 +53,23 @@ TEST_F(OlderLimitsReader, AnEmptyFileHoldsNoRecordsAndIsNoError) {
     EXPECT_THAT(linesOf(limits), IsEmpty());
 }
 
+TEST_F(OlderLimitsReader, AFirstLineAloneTakesTheIncludesAwayToo) {
+    for (const char* const text : {"1", "1\n", "1 Field Number", "1 Field Number\n"}) {
+        limits.addInclude("arm.limits", 40);
+        EXPECT_TRUE(read(text)) << text;
+        EXPECT_THAT(takeChain(), IsEmpty()) << text;
+        EXPECT_THAT(linesOf(limits), IsEmpty()) << text;
+    }
+}
+
+TEST_F(OlderLimitsReader, TheNumberOfTheFirstLineIsNotUsed) {
+    for (const char* const line : {"0\n", "-7 x\n", "12345 1 9 1\n", "\n\n 2 Field Number\n", "1.5\n"}) {
+        EXPECT_TRUE(read(std::string(line) + "0 4\n")) << line;
+        EXPECT_THAT(takeChain(), IsEmpty()) << line;
+        EXPECT_THAT(idsOf(limits), ElementsAre(4)) << line;
+    }
+}
+
 TEST_F(OlderLimitsReader, ReadsRowsOfEveryModeInFileOrder) {
     EXPECT_TRUE(readRows("             2            7\n"
                          "     -1.5000\n"
