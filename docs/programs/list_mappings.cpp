@@ -2,7 +2,6 @@
 
 #include "quillon/core/LmStatus.h"
 #include "quillon/problem/LqProblemDefData.h"
-#include "quillon/problem/ProblemDefReader.h"
 
 #include <iostream>
 
@@ -21,7 +20,7 @@ static void printMapping(const LqBasicVarMapping<float>& mapping) {
 
 int main(int argc, char** argv) {
     LqProblemDefData problem;
-    if (argc == 2 && readProblemDefFile(problem, argv[1], true)) {
+    if (argc == 2 && problem.readProblemDefFile(argv[1], true)) {
         for (const LqPDDBodyMap* body : problem.bodies) {
             for (int k = 0; k < transformCount; ++k) {
                 if (body->mappings[k].id != 0) {

@@ -4,9 +4,7 @@
 #include "quillon/geometry/Mat4.h"
 #include "quillon/model/BodyChain.h"
 #include "quillon/model/LqBodyDefData.h"
-#include "quillon/model/ModelReader.h"
 #include "quillon/problem/LqProblemDefData.h"
-#include "quillon/problem/ProblemDefReader.h"
 
 #include <iostream>
 
@@ -26,8 +24,8 @@ static LmVec3 globalPlace(const LqProblemDefData& problem, const LqBodyDefData& 
 int main(int argc, char** argv) {
     LqProblemDefData problem;
     LqBodyDefData model;
-    if (argc == 3 && readProblemDefFile(problem, argv[1], true) &&
-        readModelFile(model, argv[2], problem, true)) {
+    if (argc == 3 && problem.readProblemDefFile(argv[1], true) &&
+        model.readModelFile(argv[2], problem, true)) {
         for (const LqPDDRealMarker* marker : problem.realMarkers) {
             if (model.findMarker(marker->id) == nullptr) {
                 pushErrorf("Marker %d is not in the model.", marker->id);

@@ -2,9 +2,9 @@
 
 #include "quillon/core/LmStatus.h"
 #include "quillon/limits/LimitsReader.h"
-#include "quillon/model/ModelReader.h"
-#include "quillon/problem/ProblemDefReader.h"
-#include "quillon/scale/ScaleDefReader.h"
+#include "quillon/model/LqBodyDefData.h"
+#include "quillon/problem/LqProblemDefData.h"
+#include "quillon/scale/LqScaleDefData.h"
 #include "quillon/tool/LqProblemBundle.h"
 #include "quillon/tool/LqProblemSpec.h"
 #include "quillon/tool/ProblemSpecReader.h"
@@ -26,10 +26,10 @@ static bool readFamily(LqProblemBundle& bundle, const LmStr& path) {
             return false;
         }
     }
-    return readProblemDefFile(bundle.problemDef, spec.problemDefinition, true) &&
-           readModelFile(bundle.model, spec.unscaledBodyDef, bundle.problemDef, true) &&
+    return bundle.problemDef.readProblemDefFile(spec.problemDefinition, true) &&
+           bundle.model.readModelFile(spec.unscaledBodyDef, bundle.problemDef, true) &&
            readLimitsFile(bundle.limits, spec.limits, true) &&
-           readScaleDefFile(bundle.scaleDef, spec.scaleDefinition, bundle.problemDef, false);
+           bundle.scaleDef.readFile(spec.scaleDefinition, bundle.problemDef, false);
 }
 
 int main(int argc, char** argv) {

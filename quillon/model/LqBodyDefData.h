@@ -7,6 +7,7 @@
 #include "quillon/geometry/Vec3.h"
 
 #include <cstdint>
+#include <iosfwd>
 #include <span>
 #include <vector>
 
@@ -48,6 +49,47 @@ public:
     LqBodyDefData(const LqBodyDefData& other);
     LqBodyDefData& operator=(const LqBodyDefData& other);
     ~LqBodyDefData();
+
+    // --- The file --------------------------------------------------------------------------------
+    //
+    // What a model file holds for a body depends on the type of the body in the problem definition. All
+    // failures are reported on the current status. Numbers that cannot be read leave the model empty; a body
+    // that the definition lacks, or one without a length, ends the reading with the bodies in front of it,
+    // and a bad INCLUDE section with all that stands in front of the section.
+
+    /// Reads a model file; `withIncludes` merges the INCLUDE sections. Returns whether it was read whole: no
+    /// error stands and the user has not cancelled.
+    bool readModelFile(const LmStr& path, const LqProblemDefData& definition, bool withIncludes);
+    /// The same with the model's own `problemDef`, which must not be null.
+    bool readModelFile(const LmStr& path, bool withIncludes);
+    /// As `readModelFile`; bodies are looked up in the definition with `suffix` behind their names.
+    bool readModelFileWithSuffix(const LmStr& path, const LqProblemDefData& definition, const LmStr& suffix,
+                                 bool withIncludes);
+    /// The same with an index of the definition's bodies, which the files of one merge share.
+    bool readModelFileWithSuffix(const LmStr& path, const DefinedBodyIndex& definedBodies,
+                                 const LmStr& suffix, bool withIncludes);
+    /// Reads a model from a stream, without a suffix, and compares the number of bodies with the definition's
+    /// (`checkBodyCount`) once it was read whole. Returns whether no error stands.
+    bool readModelStream(std::istream& input, const LqProblemDefData& definition, bool withIncludes);
+    /// Reads header, bodies, markers and includes in place of what the model holds, and merges nothing.
+    /// Returns whether they were read whole.
+    bool readModelSections(std::istream& input, const LqProblemDefData& definition, const LmStr& suffix);
+    /// Reads id and version. Whether both are good; what is wrong is reported.
+    static bool readModelHeader(std::istream& input);
+    /// Whether the file can be opened and has a good header.
+    static bool hasModelHeader(const LmStr& path);
+    /// Reads the last section, the INCLUDE blocks up to the end of the input, in place of what `includes`
+    /// held. After a failure, with the result false, `includes` stays as it was.
+    bool readModelIncludes(std::istream& input);
+
+    /// Writes a model file; what keeps it from being created is reported on the current status.
+    void writeModelFile(const LmStr& path, const LqProblemDefData& definition) const;
+    /// Writes header, bodies, markers and includes. The definition, whose bodies are found without regard to
+    /// case, says which bodies have a length and a direction. Leaves the stream's real format general, not
+    /// fixed-point.
+    void writeModelStream(std::ostream& output, const LqProblemDefData& definition) const;
+    /// Writes a block for each include.
+    void writeModelIncludes(std::ostream& output) const;
 
     // --- Look-ups --------------------------------------------------------------------------------
 

@@ -8,7 +8,6 @@
 #include "quillon/model/DefinedBodyIndex.h"
 #include "quillon/model/LqBodyDefData.h"
 #include "quillon/model/ModelFormat.h"
-#include "quillon/model/ModelReader.h"
 #include "quillon/problem/RecordArrays.h"
 
 #include <algorithm>
@@ -111,8 +110,8 @@ bool loadModels(const LmDoubleLinkedList& includes, const DefinedBodyIndex& defi
     for (const LqBDInclude* include : LmListView<const LqBDInclude>(includes)) {
         loaded.push_back(std::make_unique<LqBodyDefData>());
         if (refuseOwnInclude(include->fileName) ||
-            !readModelFileWithSuffix(*loaded.back(), include->fileName, definedBodies,
-                                     include->bodyNameSuffix, true)) {
+            !loaded.back()->readModelFileWithSuffix(include->fileName, definedBodies, include->bodyNameSuffix,
+                                                    true)) {
             pushError("Unable to include sub-body def data.");
             return false;
         }

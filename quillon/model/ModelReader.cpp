@@ -1,4 +1,4 @@
-#include "quillon/model/ModelReader.h"
+#include "quillon/model/LqBodyDefData.h"
 
 #include "quillon/core/CancelPoll.h"
 #include "quillon/core/DataHeader.h"
@@ -10,7 +10,6 @@
 #include "quillon/files/LmIFStream.h"
 #include "quillon/model/DefinedBodyIndex.h"
 #include "quillon/model/ModelFormat.h"
-#include "quillon/model/ModelIncludes.h"
 #include "quillon/problem/LqPDDBodyMap.h"
 
 #include <memory>
@@ -67,7 +66,7 @@ Ending ModelSectionsReader::read() {
         }
         ending = readMarkers(section);
     }
-    if (ending == Ending::Complete && !readModelIncludes(model, input)) {
+    if (ending == Ending::Complete && !model.readModelIncludes(input)) {
         ending = Ending::Refused;
     }
     return ending;
@@ -235,7 +234,7 @@ void ModelSectionsReader::skipCameraLines() {
 bool readSections(LqBodyDefData& target, std::istream& input, const DefinedBodyIndex& definedBodies,
                   const LmStr& suffix) {
     target.clear();
-    if (!readModelHeader(input)) {
+    if (!LqBodyDefData::readModelHeader(input)) {
         pushError("Not a valid " + modelFileId + ".");
         return false;
     }
@@ -267,63 +266,62 @@ FileReading readSectionsOfFile(LqBodyDefData& target, const LmStr& path,
 
 } // namespace
 
-bool readModelFile(LqBodyDefData& target, const LmStr& path, const LqProblemDefData& problemDef,
-                   bool withIncludes) {
-    return readModelFileWithSuffix(target, path, problemDef, "", withIncludes);
+bool LqBodyDefData::readModelFile(const LmStr& path, const LqProblemDefData& definition, bool withIncludes) {
+    return readModelFileWithSuffix(path, definition, "", withIncludes);
 }
 
-bool readModelFile(LqBodyDefData& target, const LmStr& path, bool withIncludes) {
-    if (target.problemDef == nullptr) {
+bool LqBodyDefData::readModelFile(const LmStr& path, bool withIncludes) {
+    if (problemDef == nullptr) {
         endByMemoryFault();
     }
-    return readModelFile(target, path, *target.problemDef, withIncludes);
+    return readModelFile(path, *problemDef, withIncludes);
 }
 
-bool readModelFileWithSuffix(LqBodyDefData& target, const LmStr& path, const LqProblemDefData& problemDef,
-                             const LmStr& suffix, bool withIncludes) {
-    return readModelFileWithSuffix(target, path, DefinedBodyIndex(problemDef), suffix, withIncludes);
+bool LqBodyDefData::readModelFileWithSuffix(const LmStr& path, const LqProblemDefData& definition,
+                                            const LmStr& suffix, bool withIncludes) {
+    return readModelFileWithSuffix(path, DefinedBodyIndex(definition), suffix, withIncludes);
 }
 
-bool readModelFileWithSuffix(LqBodyDefData& target, const LmStr& path, const DefinedBodyIndex& definedBodies,
-                             const LmStr& suffix, bool withIncludes) {
+bool LqBodyDefData::readModelFileWithSuffix(const LmStr& path, const DefinedBodyIndex& definedBodies,
+                                            const LmStr& suffix, bool withIncludes) {
     // Files may include each other to any depth, so none stays open while those below it are read.
-    const FileReading reading = readSectionsOfFile(target, path, definedBodies, suffix);
+    const FileReading reading = readSectionsOfFile(*this, path, definedBodies, suffix);
     if (reading == FileReading::NotOpened) {
         return false;
     }
     const bool whole = reading == FileReading::Whole;
-    if (!withIncludes || target.includes.count() == 0) {
+    if (!withIncludes || includes.count() == 0) {
         return whole;
     }
     // Deliberately also after a failure, when only what was read can be merged.
     const FileBeingRead mark(path);
-    return target.mergeModelIncludes(definedBodies) && whole;
+    return mergeModelIncludes(definedBodies) && whole;
 }
 
-bool readModelStream(LqBodyDefData& target, std::istream& input, const LqProblemDefData& problemDef,
-                     bool withIncludes) {
-    const DefinedBodyIndex definedBodies(problemDef);
-    bool whole = readSections(target, input, definedBodies, "");
+bool LqBodyDefData::readModelStream(std::istream& input, const LqProblemDefData& definition,
+                                    bool withIncludes) {
+    const DefinedBodyIndex definedBodies(definition);
+    bool whole = readSections(*this, input, definedBodies, "");
     if (withIncludes) {
-        whole = target.mergeModelIncludes(definedBodies) && whole;
+        whole = mergeModelIncludes(definedBodies) && whole;
     }
     // A model that was not read whole is short of bodies anyway, and a warning on that would hide the error.
     if (whole && !errorStands()) {
-        target.checkBodyCount(target.bodies.count(), problemDef);
+        checkBodyCount(bodies.count(), definition);
     }
     return whole && !errorStands();
 }
 
-bool readModelSections(LqBodyDefData& target, std::istream& input, const LqProblemDefData& problemDef,
-                       const LmStr& suffix) {
-    return readSections(target, input, DefinedBodyIndex(problemDef), suffix);
+bool LqBodyDefData::readModelSections(std::istream& input, const LqProblemDefData& definition,
+                                      const LmStr& suffix) {
+    return readSections(*this, input, DefinedBodyIndex(definition), suffix);
 }
 
-bool readModelHeader(std::istream& input) {
+bool LqBodyDefData::readModelHeader(std::istream& input) {
     return readFormatHeader(input, DataFileFormat::Model);
 }
 
-bool hasModelHeader(const LmStr& path) {
+bool LqBodyDefData::hasModelHeader(const LmStr& path) {
     if (!checkFileReadable(path)) {
         return false;
     }

@@ -1,4 +1,4 @@
-#include "quillon/model/ModelWriter.h"
+#include "quillon/model/LqBodyDefData.h"
 
 #include "quillon/core/DataHeader.h"
 #include "quillon/core/LmStatus.h"
@@ -6,7 +6,6 @@
 #include "quillon/files/FileAccess.h"
 #include "quillon/files/LmOFStream.h"
 #include "quillon/model/ModelFormat.h"
-#include "quillon/model/ModelIncludes.h"
 #include "quillon/problem/LqPDDBodyMap.h"
 #include "quillon/problem/LqProblemDefData.h"
 
@@ -122,7 +121,7 @@ void writeMarkers(std::ostream& output, const LqBodyDefData& model, const format
 
 } // namespace
 
-void writeModelFile(const LqBodyDefData& model, const LmStr& path, const LqProblemDefData& problemDef) {
+void LqBodyDefData::writeModelFile(const LmStr& path, const LqProblemDefData& definition) const {
     if (!checkFileWritable(path)) {
         return;
     }
@@ -131,22 +130,22 @@ void writeModelFile(const LqBodyDefData& model, const LmStr& path, const LqProbl
         pushErrorf("Couldn't create file \"%s\".", path.c_str());
         return;
     }
-    writeModelStream(model, output, problemDef);
+    writeModelStream(output, definition);
 }
 
-void writeModelStream(const LqBodyDefData& model, std::ostream& output, const LqProblemDefData& problemDef) {
+void LqBodyDefData::writeModelStream(std::ostream& output, const LqProblemDefData& definition) const {
     writeHeader(output);
-    writeCount(output, model.cameraCount, format::cameraCountComment);
-    const std::span<LqBDBody* const> bodies = model.storedBodies();
-    writeCount(output, static_cast<std::int64_t>(bodies.size()), format::bodyCountComment);
-    const DefinedBodies definedBodies(problemDef);
-    for (const LqBDBody* body : bodies) {
+    writeCount(output, cameraCount, format::cameraCountComment);
+    const std::span<LqBDBody* const> stored = storedBodies();
+    writeCount(output, static_cast<std::int64_t>(stored.size()), format::bodyCountComment);
+    const DefinedBodies definedBodies(definition);
+    for (const LqBDBody* body : stored) {
         writeBody(output, *body, definedBodies.typeOf(body->name));
     }
     for (const format::MarkerSection& section : format::markerSections) {
-        writeMarkers(output, model, section);
+        writeMarkers(output, *this, section);
     }
-    writeModelIncludes(model, output);
+    writeModelIncludes(output);
 }
 
 } // namespace quillon

@@ -6,6 +6,7 @@
 #include "quillon/problem/LqPDDRecords.h"
 
 #include <cstdint>
+#include <iosfwd>
 #include <optional>
 #include <set>
 
@@ -40,6 +41,60 @@ public:
     void assign(const LqProblemDefData& other);
     /// Frees all records and includes.
     void clear();
+
+    // --- The file: its reader ----------------------------------------------------------------------
+    //
+    // All report on the current status. The result says whether reading may go on, which is when no error
+    // stands and the user has not cancelled: a cancel leaves the warning "Read aborted." on top of its error.
+    // After a failure the definition is partly filled, with the sections before the failure whole and the
+    // failing one cut to the rows that were completed.
+
+    /// Opens the file, which may lie compressed, and reads it. `withIncludes` merges the INCLUDE sections.
+    bool readProblemDefFile(const LmStr& path, bool withIncludes);
+    /// Clears the definition and reads the header and all sections.
+    bool readProblemDefStream(std::istream& input, bool withIncludes);
+    /// Reads and checks the header alone. True if no error stands afterwards.
+    static bool readProblemDefHeader(std::istream& input);
+    /// One section each, in file order. What the section held before is freed once its count has been read.
+    bool readSysVars(std::istream& input);
+    bool readBodies(std::istream& input);            ///< as `readSysVars`
+    bool readRealMarkers(std::istream& input);       ///< as `readSysVars`
+    bool readFixMarkers(std::istream& input);        ///< as `readSysVars`
+    bool readDoubleMarkers(std::istream& input);     ///< as `readSysVars`
+    bool readArtificialMarkers(std::istream& input); ///< as `readSysVars`
+    /// The four marker sections in the order real, fix, double, artificial, up to the first that fails.
+    bool readMarkers(std::istream& input);
+    /// Reads the last section, the INCLUDE blocks up to the end of the input, in place of what `includes`
+    /// held. After a failure `includes` stays as it was.
+    bool readIncludes(std::istream& input);
+    /// Reads a name of 20 columns, or of fewer up to and including a newline, or a name in double quotes with
+    /// a blank behind it. White space within the columns belongs to the result, which is empty after a
+    /// failure.
+    static LmStr readNameField(std::istream& input);
+
+    // --- The file: its writer ----------------------------------------------------------------------
+    //
+    // The stream's format is put back at the end of each section. The type one variable is written for a body
+    // whose `type` is exactly 1, and the type two variable never.
+
+    /// Writes the definition to a file of this name. Reports on the current status and returns whether the
+    /// file could be written.
+    bool writeProblemDefFile(const LmStr& path) const;
+    /// Writes the header and all sections.
+    void writeProblemDefStream(std::ostream& output) const;
+    /// Writes the sections in file order.
+    void writeProblemDefSections(std::ostream& output) const;
+    /// One section each, in file order.
+    void writeSysVars(std::ostream& output) const;
+    void writeBodies(std::ostream& output) const;            ///< as `writeSysVars`
+    void writeRealMarkers(std::ostream& output) const;       ///< as `writeSysVars`
+    void writeFixMarkers(std::ostream& output) const;        ///< as `writeSysVars`
+    void writeDoubleMarkers(std::ostream& output) const;     ///< as `writeSysVars`
+    void writeArtificialMarkers(std::ostream& output) const; ///< as `writeSysVars`
+    void writeIncludes(std::ostream& output) const;          ///< as `writeSysVars`: the INCLUDE blocks
+    /// Writes a name of at most 20 characters left-justified in 20 columns, and a longer one in double quotes
+    /// with a blank behind it.
+    static void writeNameField(std::ostream& output, const LmStr& name);
 
     // --- Look-ups: scans from the front that answer the first match; names compare byte by byte --
 

@@ -1,9 +1,8 @@
-#include "quillon/problem/ProblemDefIncludes.h"
+#include "quillon/problem/LqProblemDefData.h"
 
 #include "quillon/core/LmListView.h"
 #include "quillon/core/NumberPrinting.h"
 #include "quillon/files/IncludeSection.h"
-#include "quillon/problem/LqProblemDefData.h"
 
 #include <ostream>
 #include <vector>
@@ -29,26 +28,25 @@ bool readInclude(std::string_view blockText, LqPDDInclude& include) {
 
 } // namespace
 
-bool readIncludes(LqProblemDefData& target, std::istream& input) {
-    std::vector<LqPDDInclude> includes;
-    const bool whole = readIncludeSections(input, [&includes](std::string_view blockText) {
-        return readInclude(blockText, includes.emplace_back());
-    });
+bool LqProblemDefData::readIncludes(std::istream& input) {
+    std::vector<LqPDDInclude> read;
+    const bool whole = readIncludeSections(
+        input, [&read](std::string_view blockText) { return readInclude(blockText, read.emplace_back()); });
     if (!whole) {
         return false;
     }
-    target.clearIncludes();
-    for (const LqPDDInclude& include : includes) {
-        target.addInclude(include);
+    clearIncludes();
+    for (const LqPDDInclude& include : read) {
+        addInclude(include);
     }
     return true;
 }
 
-void writeIncludes(const LqProblemDefData& source, std::ostream& output) {
+void LqProblemDefData::writeIncludes(std::ostream& output) const {
     const FormatGuard restored(output);
     output.flags(std::ios_base::dec);
     output.width(0);
-    for (const LqPDDInclude* include : LmListView<const LqPDDInclude>(source.includes)) {
+    for (const LqPDDInclude* include : LmListView<const LqPDDInclude>(includes)) {
         beginIncludeBlock(output, include->fileName);
         writeIncludeText(output, includeSuffixKey, include->bodyNameSuffix);
         writeIncludeNumber(output, bodyIdOffsetKey, include->bodyIdOffset);

@@ -6,7 +6,6 @@
 #include "quillon/core/LmStatus.h"
 #include "quillon/files/FilesBeingRead.h"
 #include "quillon/problem/LqProblemDefData.h"
-#include "quillon/problem/ProblemDefReader.h"
 #include "quillon/problem/RecordArrays.h"
 
 #include <memory>
@@ -201,7 +200,7 @@ bool loadParts(const LmDoubleLinkedList& includes, Parts& parts) {
     for (const LqPDDInclude* include : LmListView<const LqPDDInclude>(includes)) {
         parts.push_back(std::make_unique<LqProblemDefData>());
         if (refuseOwnInclude(include->fileName) ||
-            !readProblemDefFile(*parts.back(), include->fileName, true)) {
+            !parts.back()->readProblemDefFile(include->fileName, true)) {
             pushError("Unable to include sub-problem definition data.");
             return false;
         }

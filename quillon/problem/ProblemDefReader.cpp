@@ -1,4 +1,4 @@
-#include "quillon/problem/ProblemDefReader.h"
+#include "quillon/problem/LqProblemDefData.h"
 
 #include "quillon/core/CancelPoll.h"
 #include "quillon/core/CharClass.h"
@@ -7,10 +7,8 @@
 #include "quillon/core/StreamExtraction.h"
 #include "quillon/files/FilesBeingRead.h"
 #include "quillon/files/LmCompIFStream.h"
-#include "quillon/problem/LqProblemDefData.h"
 #include "quillon/problem/MappingText.h"
 #include "quillon/problem/ProblemDefFormat.h"
-#include "quillon/problem/ProblemDefIncludes.h"
 
 #include <algorithm>
 #include <cstring>
@@ -123,7 +121,7 @@ bool readName(std::istream& input, std::string& name) {
 
 } // namespace
 
-LmStr readNameField(std::istream& input) {
+LmStr LqProblemDefData::readNameField(std::istream& input) {
     std::string name;
     readName(input, name);
     return LmStr(std::string_view(name));
@@ -179,14 +177,14 @@ std::unique_ptr<LqPDDSysVar> readSysVar(std::istream& input, std::string& line) 
 
 } // namespace
 
-bool readSysVars(LqProblemDefData& target, std::istream& input) {
+bool LqProblemDefData::readSysVars(std::istream& input) {
     int count = 0;
     if (!readCount(input, count, "Unable to read number of system variables.")) {
         return false;
     }
-    target.setSysVars({});
+    setSysVars({});
     std::string line;
-    return readRows(target.sysVars, count, [&] { return readSysVar(input, line); });
+    return readRows(sysVars, count, [&] { return readSysVar(input, line); });
 }
 
 // --- Bodies --------------------------------------------------------------------------------------
@@ -297,14 +295,14 @@ private:
 
 } // namespace
 
-bool readBodies(LqProblemDefData& target, std::istream& input) {
+bool LqProblemDefData::readBodies(std::istream& input) {
     int count = 0;
     if (!readCount(input, count, "Unable to read number of bodies.")) {
         return false;
     }
-    target.setBodies({});
-    BodyReader reader(input, target.sysVars.count(), count);
-    return readRows(target.bodies, count, [&reader] { return reader.read(); });
+    setBodies({});
+    BodyReader reader(input, sysVars.count(), count);
+    return readRows(bodies, count, [&reader] { return reader.read(); });
 }
 
 // --- Markers -------------------------------------------------------------------------------------
@@ -426,49 +424,49 @@ std::unique_ptr<LqPDDArtificialMarker> readArtificialMarker(std::istream& input,
 
 } // namespace
 
-bool readRealMarkers(LqProblemDefData& target, std::istream& input) {
+bool LqProblemDefData::readRealMarkers(std::istream& input) {
     int count = 0;
     if (!readMarkerCount(input, count, realMarkerMessages)) {
         return false;
     }
-    target.setRealMarkers({});
+    setRealMarkers({});
     std::string field;
-    return readRows(target.realMarkers, count, [&] { return readRealMarker(input, field); });
+    return readRows(realMarkers, count, [&] { return readRealMarker(input, field); });
 }
 
-bool readFixMarkers(LqProblemDefData& target, std::istream& input) {
+bool LqProblemDefData::readFixMarkers(std::istream& input) {
     int count = 0;
     if (!readMarkerCount(input, count, fixMarkerMessages)) {
         return false;
     }
-    target.setFixMarkers({});
+    setFixMarkers({});
     std::string field;
-    return readRows(target.fixMarkers, count, [&] { return readFixMarker(input, field); });
+    return readRows(fixMarkers, count, [&] { return readFixMarker(input, field); });
 }
 
-bool readDoubleMarkers(LqProblemDefData& target, std::istream& input) {
+bool LqProblemDefData::readDoubleMarkers(std::istream& input) {
     int count = 0;
     if (!readMarkerCount(input, count, doubleMarkerMessages)) {
         return false;
     }
-    target.setDoubleMarkers({});
+    setDoubleMarkers({});
     std::string field;
-    return readRows(target.doubleMarkers, count, [&] { return readDoubleMarker(input, field); });
+    return readRows(doubleMarkers, count, [&] { return readDoubleMarker(input, field); });
 }
 
-bool readArtificialMarkers(LqProblemDefData& target, std::istream& input) {
+bool LqProblemDefData::readArtificialMarkers(std::istream& input) {
     int count = 0;
     if (!readMarkerCount(input, count, artificialMarkerMessages)) {
         return false;
     }
-    target.setArtificialMarkers({});
+    setArtificialMarkers({});
     std::string field;
-    return readRows(target.artificialMarkers, count, [&] { return readArtificialMarker(input, field); });
+    return readRows(artificialMarkers, count, [&] { return readArtificialMarker(input, field); });
 }
 
-bool readMarkers(LqProblemDefData& target, std::istream& input) {
-    return readRealMarkers(target, input) && readFixMarkers(target, input) &&
-           readDoubleMarkers(target, input) && readArtificialMarkers(target, input);
+bool LqProblemDefData::readMarkers(std::istream& input) {
+    return readRealMarkers(input) && readFixMarkers(input) && readDoubleMarkers(input) &&
+           readArtificialMarkers(input);
 }
 
 // --- The whole file ------------------------------------------------------------------------------
@@ -478,8 +476,8 @@ namespace {
 /// Reads all sections and merges nothing.
 bool readSections(LqProblemDefData& target, std::istream& input) {
     target.clear();
-    return readProblemDefHeader(input) && readSysVars(target, input) && readBodies(target, input) &&
-           readMarkers(target, input) && readIncludes(target, input);
+    return LqProblemDefData::readProblemDefHeader(input) && target.readSysVars(input) &&
+           target.readBodies(input) && target.readMarkers(input) && target.readIncludes(input);
 }
 
 /// Merges the includes of a definition that was read from this file.
@@ -493,13 +491,13 @@ bool mergeIncludesOf(LqProblemDefData& target, const LmStr& path) {
 
 } // namespace
 
-bool readProblemDefHeader(std::istream& input) {
+bool LqProblemDefData::readProblemDefHeader(std::istream& input) {
     readFormatHeader(input, DataFileFormat::ProblemDef);
     return !errorStands();
 }
 
-bool readProblemDefStream(LqProblemDefData& target, std::istream& input, bool withIncludes) {
-    return readSections(target, input) && (!withIncludes || target.mergeIncludes());
+bool LqProblemDefData::readProblemDefStream(std::istream& input, bool withIncludes) {
+    return readSections(*this, input) && (!withIncludes || mergeIncludes());
 }
 
 namespace {
@@ -521,13 +519,13 @@ FileReading readSectionsOfFile(LqProblemDefData& target, const LmStr& path) {
 
 } // namespace
 
-bool readProblemDefFile(LqProblemDefData& target, const LmStr& path, bool withIncludes) {
+bool LqProblemDefData::readProblemDefFile(const LmStr& path, bool withIncludes) {
     // Files may include each other to any depth, so none stays open while those below it are read.
-    const FileReading reading = readSectionsOfFile(target, path);
+    const FileReading reading = readSectionsOfFile(*this, path);
     if (reading == FileReading::NotOpened) {
         return false;
     }
-    if (reading == FileReading::Failed || (withIncludes && !mergeIncludesOf(target, path))) {
+    if (reading == FileReading::Failed || (withIncludes && !mergeIncludesOf(*this, path))) {
         pushErrorf("Unable to read '%s'.", path.c_str());
         return false;
     }

@@ -1,14 +1,12 @@
-#include "quillon/problem/ProblemDefWriter.h"
+#include "quillon/problem/LqProblemDefData.h"
 
 #include "quillon/core/DataHeader.h"
 #include "quillon/core/LmStatus.h"
 #include "quillon/core/NumberPrinting.h"
 #include "quillon/files/FileAccess.h"
 #include "quillon/files/LmOFStream.h"
-#include "quillon/problem/LqProblemDefData.h"
 #include "quillon/problem/MappingText.h"
 #include "quillon/problem/ProblemDefFormat.h"
-#include "quillon/problem/ProblemDefIncludes.h"
 
 #include <locale>
 #include <ostream>
@@ -83,12 +81,12 @@ void writeWeight(std::ostream& output, float weight) {
 
 void writeBodyName(std::ostream& output, const LmStr& name, int blanks) {
     writeBlanks(output, blanks);
-    writeNameField(output, name);
+    LqProblemDefData::writeNameField(output, name);
 }
 
 } // namespace
 
-void writeNameField(std::ostream& output, const LmStr& name) {
+void LqProblemDefData::writeNameField(std::ostream& output, const LmStr& name) {
     const std::string_view text = name.view();
     if (text.size() <= nameColumns) {
         writeText(output, text);
@@ -103,10 +101,10 @@ void writeNameField(std::ostream& output, const LmStr& name) {
 
 // --- Sections ------------------------------------------------------------------------------------
 
-void writeSysVars(const LqProblemDefData& source, std::ostream& output) {
+void LqProblemDefData::writeSysVars(std::ostream& output) const {
     const SectionFormat format(output, mappingDecimals);
-    writeCount(output, source.sysVars, "    # of variables -- var num, description");
-    for (const LqPDDSysVar* sysVar : source.sysVars) {
+    writeCount(output, sysVars, "    # of variables -- var num, description");
+    for (const LqPDDSysVar* sysVar : sysVars) {
         if (sysVar == nullptr) {
             continue;
         }
@@ -122,7 +120,7 @@ namespace {
 
 void writeBody(const LqPDDBodyMap& body, std::ostream& output) {
     writeBodyName(output, body.name, blanksBeforeBodyName);
-    writeNameField(output, body.parentName);
+    LqProblemDefData::writeNameField(output, body.parentName);
     writeInt(output, body.graphicsNumber, graphicsNumberWidth);
     writeInt(output, body.type, typeWidth);
     output.put('\n');
@@ -147,20 +145,20 @@ void writeBody(const LqPDDBodyMap& body, std::ostream& output) {
 
 } // namespace
 
-void writeBodies(const LqProblemDefData& source, std::ostream& output) {
+void LqProblemDefData::writeBodies(std::ostream& output) const {
     const SectionFormat format(output, mappingDecimals);
-    writeCount(output, source.bodies, "    # of bodies, body names, parent names, graphics #, type");
-    for (const LqPDDBodyMap* body : source.bodies) {
+    writeCount(output, bodies, "    # of bodies, body names, parent names, graphics #, type");
+    for (const LqPDDBodyMap* body : bodies) {
         if (body != nullptr) {
             writeBody(*body, output);
         }
     }
 }
 
-void writeRealMarkers(const LqProblemDefData& source, std::ostream& output) {
+void LqProblemDefData::writeRealMarkers(std::ostream& output) const {
     const SectionFormat format(output, weightDecimals);
-    writeCount(output, source.realMarkers, "    # real markers, marker#, pred type #, weight, body name");
-    for (const LqPDDRealMarker* marker : source.realMarkers) {
+    writeCount(output, realMarkers, "    # real markers, marker#, pred type #, weight, body name");
+    for (const LqPDDRealMarker* marker : realMarkers) {
         if (marker == nullptr) {
             continue;
         }
@@ -173,10 +171,10 @@ void writeRealMarkers(const LqProblemDefData& source, std::ostream& output) {
     }
 }
 
-void writeFixMarkers(const LqProblemDefData& source, std::ostream& output) {
+void LqProblemDefData::writeFixMarkers(std::ostream& output) const {
     const SectionFormat format(output, weightDecimals);
-    writeCount(output, source.fixMarkers, "    # fix markers, ID, weight, body name");
-    for (const LqPDDFixMarker* marker : source.fixMarkers) {
+    writeCount(output, fixMarkers, "    # fix markers, ID, weight, body name");
+    for (const LqPDDFixMarker* marker : fixMarkers) {
         if (marker == nullptr) {
             continue;
         }
@@ -187,10 +185,10 @@ void writeFixMarkers(const LqProblemDefData& source, std::ostream& output) {
     }
 }
 
-void writeDoubleMarkers(const LqProblemDefData& source, std::ostream& output) {
+void LqProblemDefData::writeDoubleMarkers(std::ostream& output) const {
     const SectionFormat format(output, weightDecimals);
-    writeCount(output, source.doubleMarkers, "    # double markers, ID, double ID, weight, body name");
-    for (const LqPDDDoubleMarker* marker : source.doubleMarkers) {
+    writeCount(output, doubleMarkers, "    # double markers, ID, double ID, weight, body name");
+    for (const LqPDDDoubleMarker* marker : doubleMarkers) {
         if (marker == nullptr) {
             continue;
         }
@@ -202,11 +200,11 @@ void writeDoubleMarkers(const LqProblemDefData& source, std::ostream& output) {
     }
 }
 
-void writeArtificialMarkers(const LqProblemDefData& source, std::ostream& output) {
+void LqProblemDefData::writeArtificialMarkers(std::ostream& output) const {
     const SectionFormat format(output, weightDecimals);
-    writeCount(output, source.artificialMarkers,
+    writeCount(output, artificialMarkers,
                "    # artificial pairs, pt1#, pt2#, weight, body1 name, body2 name");
-    for (const LqPDDArtificialMarker* pair : source.artificialMarkers) {
+    for (const LqPDDArtificialMarker* pair : artificialMarkers) {
         if (pair == nullptr) {
             continue;
         }
@@ -221,22 +219,22 @@ void writeArtificialMarkers(const LqProblemDefData& source, std::ostream& output
 
 // --- The whole file ------------------------------------------------------------------------------
 
-void writeProblemDefSections(const LqProblemDefData& source, std::ostream& output) {
-    writeSysVars(source, output);
-    writeBodies(source, output);
-    writeRealMarkers(source, output);
-    writeFixMarkers(source, output);
-    writeDoubleMarkers(source, output);
-    writeArtificialMarkers(source, output);
-    writeIncludes(source, output);
+void LqProblemDefData::writeProblemDefSections(std::ostream& output) const {
+    writeSysVars(output);
+    writeBodies(output);
+    writeRealMarkers(output);
+    writeFixMarkers(output);
+    writeDoubleMarkers(output);
+    writeArtificialMarkers(output);
+    writeIncludes(output);
 }
 
-void writeProblemDefStream(const LqProblemDefData& source, std::ostream& output) {
+void LqProblemDefData::writeProblemDefStream(std::ostream& output) const {
     writeDataHeader(output, problemDefFileId, problemDefFileVersion);
-    writeProblemDefSections(source, output);
+    writeProblemDefSections(output);
 }
 
-bool writeProblemDefFile(const LqProblemDefData& source, const LmStr& path) {
+bool LqProblemDefData::writeProblemDefFile(const LmStr& path) const {
     if (!checkFileWritable(path)) {
         return false;
     }
@@ -248,7 +246,7 @@ bool writeProblemDefFile(const LqProblemDefData& source, const LmStr& path) {
     // A mapping ends its lines with a flush. Composed in memory first, the file takes them all in one go.
     std::ostringstream text;
     text.imbue(std::locale::classic());
-    writeProblemDefStream(source, text);
+    writeProblemDefStream(text);
     writeText(output, text.view());
     output.close();
     return output.good();

@@ -61,6 +61,61 @@ public:
     std::int32_t realCount = 0;  ///< the real markers that take part in the scaling are 1 to `realCount`
     float defaultRealWeight = 0; ///< of a real marker without an override
 
+    // --- The file: its reader -------------------------------------------------------------------------
+    //
+    // All report on the current status and return whether no error stands afterwards. `lenient` makes
+    // warnings of references into the problem definition that lead nowhere, where a section says so;
+    // otherwise they are errors and end the reading.
+    //
+    // The poses that the definition held are freed. Weights, limits, global constraints and temporary markers
+    // take the place of what it held; scaling variables, scaled bodies, position constraints and guides are
+    // added. After an error the definition is partly filled and not for use.
+
+    /// Opens the file and reads it, with "Unable to read" and the path on top of what is wrong.
+    bool readFile(const LmStr& path, const LqProblemDefData& problemDef, bool lenient);
+    /// Reads the header and all items.
+    bool read(std::istream& input, const LqProblemDefData& problemDef, bool lenient);
+    /// Reads the items behind the header.
+    bool readBody(std::istream& input, const LqProblemDefData& problemDef, bool lenient);
+    /// Reads and checks the header alone; returns whether it is that of a scale definition.
+    static bool readHeader(std::istream& input);
+    /// Whether the file can be opened and has a good header.
+    static bool isScaleDefFile(const LmStr& path);
+
+    // --- The file: its writer -------------------------------------------------------------------------
+    //
+    // The problem definition gives the system variables their names. Reals have six significant digits,
+    // sections stand in one fixed order, and the stream's format is put back.
+    //
+    // What is written reads back, with two deliberate exceptions that users know: readers refuse the empty
+    // LIMIT_ADJUSTMENTS block of a definition without limit overrides, and names of scaling variables, and of
+    // bodies outside of position constraints, stand bare, so that a blank in one breaks its line.
+
+    /// Writes the definition to a file of this name. Reports on the current status and returns whether no
+    /// error stands; a disk that is full behind the header is deliberately not noticed.
+    bool writeFile(const LmStr& path, const LqProblemDefData& problemDef) const;
+    /// Writes the header and, unless an error stands, all sections.
+    void write(std::ostream& output, const LqProblemDefData& problemDef) const;
+    /// Writes the lines of the file id and of the version, and reports the one that cannot be written on the
+    /// current status.
+    static void writeHeader(std::ostream& output);
+    /// Writes the sections in file order.
+    void writeBody(std::ostream& output, const LqProblemDefData& problemDef) const;
+
+    // Records that stand in more than one section. Numbers take the format that the stream has; `writeBody`
+    // gives it the default one.
+
+    /// Writes "0", the name of a scaling variable, or -(n + 1), the constant, and n times a name and a
+    /// factor. Names are bare: one with a blank in it does not read back. In the place of a variable that
+    /// there is not stands its number, which readers refuse.
+    void writeScaleMapping(std::ostream& output, const scaleDef::ScaleMapping& mapping) const;
+    /// Writes a POSITION_CONSTRAINT block, its lines behind two blanks for each level of indentation.
+    void writePositionConstraint(std::ostream& output, const PositionConst_t& record, int indentLevel) const;
+    /// Writes a SYS_VAR_GUIDE_OVERRIDE block for each record, its lines behind the indentation. A record on a
+    /// variable that the problem definition does not have is left out and told on standard error.
+    static void writeGuideOverrides(std::ostream& output, const LmDArray<SysVarGuideOverride>& records,
+                                    const LqProblemDefData& problemDef, std::string_view indent);
+
     // --- Values -------------------------------------------------------------------------------------
 
     /// Reads a literal, "[m3 2.5]" (scale form) or "[m3 + 1.5]" (offset form). "*" gives the literal

@@ -1,4 +1,4 @@
-#include "quillon/scale/ScaleDefReader.h"
+#include "quillon/scale/LqScaleDefData.h"
 
 #include "quillon/core/DataHeader.h"
 #include "quillon/core/LmStatus.h"
@@ -203,8 +203,7 @@ void ScaleDefReader::expectTag(const char* key) const {
 
 } // namespace
 
-bool readScaleDefFile(LqScaleDefData& target, const LmStr& path, const LqProblemDefData& problemDef,
-                      bool lenient) {
+bool LqScaleDefData::readFile(const LmStr& path, const LqProblemDefData& problemDef, bool lenient) {
     if (!checkFileReadable(path)) {
         return false;
     }
@@ -213,35 +212,33 @@ bool readScaleDefFile(LqScaleDefData& target, const LmStr& path, const LqProblem
         pushErrorf("Couldn't open \"%s\".", path.c_str());
         return false;
     }
-    if (!readScaleDefStream(target, input, problemDef, lenient)) {
+    if (!read(input, problemDef, lenient)) {
         pushErrorf("Unable to read \"%s\".", path.c_str());
         return false;
     }
     return true;
 }
 
-bool readScaleDefStream(LqScaleDefData& target, std::istream& input, const LqProblemDefData& problemDef,
-                        bool lenient) {
-    if (!readScaleDefHeader(input)) {
+bool LqScaleDefData::read(std::istream& input, const LqProblemDefData& problemDef, bool lenient) {
+    if (!readHeader(input)) {
         pushErrorf("File does not contain a scale definition.");
         return false;
     }
-    return readScaleDefBody(target, input, problemDef, lenient);
+    return readBody(input, problemDef, lenient);
 }
 
-bool readScaleDefBody(LqScaleDefData& target, std::istream& input, const LqProblemDefData& problemDef,
-                      bool lenient) {
-    target.clearPoses();
-    ScaleDefContext context(target, problemDef, lenient);
+bool LqScaleDefData::readBody(std::istream& input, const LqProblemDefData& problemDef, bool lenient) {
+    clearPoses();
+    ScaleDefContext context(*this, problemDef, lenient);
     ScaleDefReader(input, context).read();
     return !errorStands();
 }
 
-bool readScaleDefHeader(std::istream& input) {
+bool LqScaleDefData::readHeader(std::istream& input) {
     return readFormatHeader(input, DataFileFormat::ScaleDef);
 }
 
-bool isScaleDefFile(const LmStr& path) {
+bool LqScaleDefData::isScaleDefFile(const LmStr& path) {
     if (!checkFileReadable(path)) {
         pushErrorf("Unable to open \"%s\".", path.c_str());
         return false;
@@ -251,7 +248,7 @@ bool isScaleDefFile(const LmStr& path) {
         pushErrorf("Couldn't open \"%s\".", path.c_str());
         return false;
     }
-    return readScaleDefHeader(input);
+    return readHeader(input);
 }
 
 } // namespace quillon

@@ -1,11 +1,10 @@
-#include "quillon/scale/ScaleDefWriter.h"
+#include "quillon/scale/LqScaleDefData.h"
 
 #include "quillon/core/DataHeader.h"
 #include "quillon/core/LmStatus.h"
 #include "quillon/core/NumberPrinting.h"
 #include "quillon/files/FileAccess.h"
 #include "quillon/files/LmOFStream.h"
-#include "quillon/scale/LqScaleDefData.h"
 #include "quillon/scale/ScaleDefFormat.h"
 #include "quillon/scale/ScaleRecordWriter.h"
 
@@ -114,7 +113,7 @@ void writePositionConstraints(const LqScaleDefData& source,
                               const LmDArray<scaleDef::PositionConst_t>& records, int indentLevel,
                               std::ostream& output) {
     for (const scaleDef::PositionConst_t& record : records) {
-        writePositionConstraint(source, output, record, indentLevel);
+        source.writePositionConstraint(output, record, indentLevel);
     }
 }
 
@@ -172,7 +171,7 @@ void writeScaledBody(const LqScaleDefData& source, const scaleDef::BodyParams_t&
     std::string_view comment = comments.firstMapping;
     for (const scaleDef::ScaleMapping& mapping : body.scale) {
         output << "    ";
-        writeScaleMapping(source, output, mapping);
+        source.writeScaleMapping(output, mapping);
         output << comment << '\n';
         comment = "";
     }
@@ -222,7 +221,7 @@ void writeTemps(const LqScaleDefData& source, std::ostream& output) {
 
 // --- The whole file ------------------------------------------------------------------------------
 
-bool writeScaleDefFile(const LqScaleDefData& source, const LmStr& path, const LqProblemDefData& problemDef) {
+bool LqScaleDefData::writeFile(const LmStr& path, const LqProblemDefData& problemDef) const {
     if (!checkFileWritable(path)) {
         return false;
     }
@@ -231,7 +230,7 @@ bool writeScaleDefFile(const LqScaleDefData& source, const LmStr& path, const Lq
         pushErrorf("Couldn't create \"%s\".", path.c_str());
         return false;
     }
-    writeScaleDefStream(source, output, problemDef);
+    write(output, problemDef);
     if (errorStands()) {
         pushErrorf("Unable to write \"%s\".", path.c_str());
         return false;
@@ -239,34 +238,32 @@ bool writeScaleDefFile(const LqScaleDefData& source, const LmStr& path, const Lq
     return true;
 }
 
-void writeScaleDefStream(const LqScaleDefData& source, std::ostream& output,
-                         const LqProblemDefData& problemDef) {
-    writeScaleDefHeader(output);
+void LqScaleDefData::write(std::ostream& output, const LqProblemDefData& problemDef) const {
+    writeHeader(output);
     if (!errorStands()) {
-        writeScaleDefBody(source, output, problemDef);
+        writeBody(output, problemDef);
     }
 }
 
-void writeScaleDefHeader(std::ostream& output) {
+void LqScaleDefData::writeHeader(std::ostream& output) {
     const DefaultFormat restored(output);
     writeCheckedDataHeader(output, scaleDefFileId, scaleDefFileVersion);
 }
 
-void writeScaleDefBody(const LqScaleDefData& source, std::ostream& output,
-                       const LqProblemDefData& problemDef) {
+void LqScaleDefData::writeBody(std::ostream& output, const LqProblemDefData& problemDef) const {
     const DefaultFormat restored(output);
     const SysVarNames names(problemDef);
-    writeCounts(source, output);
-    writeRealWeights(source, output);
-    writeArtificialWeights(source, output);
-    scaleDef::writeLimitAdjustments(output, source.limitOverrides, names, "");
-    scaleDef::writeGuideOverrides(output, source.sysVarGuideOverrides, names, "");
-    writeScalingVariables(source, output);
-    writePoses(source, names, output);
-    writeBodyScalings(source, output);
-    writePositionConstraints(source, source.positionConstraints, 0, output);
-    scaleDef::writeGlobalConstraints(output, source.globalConstraints, "");
-    writeTemps(source, output);
+    writeCounts(*this, output);
+    writeRealWeights(*this, output);
+    writeArtificialWeights(*this, output);
+    scaleDef::writeLimitAdjustments(output, limitOverrides, names, "");
+    scaleDef::writeGuideOverrides(output, sysVarGuideOverrides, names, "");
+    writeScalingVariables(*this, output);
+    writePoses(*this, names, output);
+    writeBodyScalings(*this, output);
+    writePositionConstraints(*this, positionConstraints, 0, output);
+    scaleDef::writeGlobalConstraints(output, globalConstraints, "");
+    writeTemps(*this, output);
 }
 
 } // namespace quillon

@@ -48,10 +48,9 @@ void scaleDef::writeField(std::ostream& output, std::string_view text, std::size
     }
 }
 
-void writeScaleMapping(const LqScaleDefData& source, std::ostream& output,
-                       const scaleDef::ScaleMapping& mapping) {
+void LqScaleDefData::writeScaleMapping(std::ostream& output, const scaleDef::ScaleMapping& mapping) const {
     if (mapping.id > 0) {
-        writeScaleVarName(source, output, mapping.id);
+        writeScaleVarName(*this, output, mapping.id);
         return;
     }
     printInt(output, mapping.id);
@@ -67,7 +66,7 @@ void writeScaleMapping(const LqScaleDefData& source, std::ostream& output,
         }
         --termsLeft;
         output << ' ';
-        writeScaleVarName(source, output, term->sysVar);
+        writeScaleVarName(*this, output, term->sysVar);
         output << ' ';
         LqScaleDefData::writeScaleFloat(output, term->coefficient, 0.0F);
     }
@@ -110,7 +109,7 @@ void PositionConstraintWriter::write(const LqScaleDefData& source, const scaleDe
     output << indent << "  " << format::mappingKey << " {\n";
     for (const scaleDef::ScaleMapping& mapping : record.mapping) {
         output << indent << "    ";
-        writeScaleMapping(source, output, mapping);
+        source.writeScaleMapping(output, mapping);
         output << '\n';
     }
     output << indent << "  }\n" << indent << "}\n";
@@ -148,16 +147,17 @@ void PositionConstraintWriter::writeTransformOrder(const LmArray<int>& order) {
 
 } // namespace
 
-void writePositionConstraint(const LqScaleDefData& source, std::ostream& output,
-                             const scaleDef::PositionConst_t& record, int indentLevel) {
+void LqScaleDefData::writePositionConstraint(std::ostream& output, const scaleDef::PositionConst_t& record,
+                                             int indentLevel) const {
     const std::string indent(static_cast<std::size_t>(blanksPerLevel * indentLevel), ' ');
-    PositionConstraintWriter(output, indent).write(source, record);
+    PositionConstraintWriter(output, indent).write(*this, record);
 }
 
 // --- Guides --------------------------------------------------------------------------------------
 
-void writeGuideOverrides(std::ostream& output, const LmDArray<scaleDef::SysVarGuideOverride>& records,
-                         const LqProblemDefData& problemDef, std::string_view indent) {
+void LqScaleDefData::writeGuideOverrides(std::ostream& output,
+                                         const LmDArray<scaleDef::SysVarGuideOverride>& records,
+                                         const LqProblemDefData& problemDef, std::string_view indent) {
     scaleDef::writeGuideOverrides(output, records, scaleDef::SysVarNames(problemDef), indent);
 }
 

@@ -9,31 +9,12 @@
 
 namespace quillon {
 
-class LqProblemDefData;
-class LqScaleDefData;
-
 // The records of a scale definition file that stand in more than one of its sections. Numbers take the format
-// that the stream has; `writeScaleDefBody` gives it the default one.
-
-/// Writes "0", the name of a scaling variable of `source`, or -(n + 1), the constant, and n times a name and
-/// a factor. Names are bare: one with a blank in it does not read back. In the place of a variable that
-/// `source` does not have stands its number, which readers refuse.
-void writeScaleMapping(const LqScaleDefData& source, std::ostream& output,
-                       const scaleDef::ScaleMapping& mapping);
-
-/// Writes a POSITION_CONSTRAINT block, its lines behind two blanks for each level of indentation. Mappings
-/// name the scaling variables of `source`.
-void writePositionConstraint(const LqScaleDefData& source, std::ostream& output,
-                             const scaleDef::PositionConst_t& record, int indentLevel);
-
-/// Writes a SYS_VAR_GUIDE_OVERRIDE block for each record, its lines behind the indentation. A record on a
-/// variable that the problem definition does not have is left out and told on standard error.
-void writeGuideOverrides(std::ostream& output, const LmDArray<scaleDef::SysVarGuideOverride>& records,
-                         const LqProblemDefData& problemDef, std::string_view indent);
+// that the stream has; `LqScaleDefData::writeBody` gives it the default one.
 
 namespace scaleDef {
 
-/// The same for callers that write several arrays.
+/// As `LqScaleDefData::writeGuideOverrides`, for callers that write several arrays.
 void writeGuideOverrides(std::ostream& output, const LmDArray<SysVarGuideOverride>& records,
                          const SysVarNames& names, std::string_view indent);
 

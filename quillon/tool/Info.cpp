@@ -2,9 +2,9 @@
 
 #include "quillon/core/LmStatus.h"
 #include "quillon/limits/LimitsReader.h"
-#include "quillon/model/ModelReader.h"
-#include "quillon/problem/ProblemDefReader.h"
-#include "quillon/scale/ScaleDefReader.h"
+#include "quillon/model/LqBodyDefData.h"
+#include "quillon/problem/LqProblemDefData.h"
+#include "quillon/scale/LqScaleDefData.h"
 #include "quillon/tool/LqProblemBundle.h"
 #include "quillon/tool/LqProblemSpec.h"
 #include "quillon/tool/ProblemReport.h"
@@ -38,13 +38,13 @@ bool readFamily(LqProblemBundle& bundle, LqProblemSpec& spec, const LmStr& path,
         return false;
     }
     if (!spec.problemDefinition.isNull()) {
-        readProblemDefFile(bundle.problemDef, spec.problemDefinition, statusTruth());
+        bundle.problemDef.readProblemDefFile(spec.problemDefinition, statusTruth());
         if (!confirmRead(spec.problemDefinition, messages)) {
             return false;
         }
     }
     if (!spec.unscaledBodyDef.isNull()) {
-        readModelFile(bundle.model, spec.unscaledBodyDef, bundle.problemDef, statusTruth());
+        bundle.model.readModelFile(spec.unscaledBodyDef, bundle.problemDef, statusTruth());
         if (!confirmRead(spec.unscaledBodyDef, messages)) {
             return false;
         }
@@ -53,7 +53,7 @@ bool readFamily(LqProblemBundle& bundle, LqProblemSpec& spec, const LmStr& path,
     if (!confirmRead(spec.limits, messages)) {
         return false;
     }
-    readScaleDefFile(bundle.scaleDef, spec.scaleDefinition, bundle.problemDef, statusTruth());
+    bundle.scaleDef.readFile(spec.scaleDefinition, bundle.problemDef, statusTruth());
     return confirmRead(spec.scaleDefinition, messages);
 }
 

@@ -1,11 +1,9 @@
 // What holds of every merge of problem definitions and models, over generated files that include each other.
 
+#include "quillon/model/LqBodyDefData.h"
 #include "quillon/model/ModelMerge.h"
-#include "quillon/model/ModelReader.h"
-#include "quillon/model/ModelWriter.h"
+#include "quillon/problem/LqProblemDefData.h"
 #include "quillon/problem/ProblemDefMerge.h"
-#include "quillon/problem/ProblemDefReader.h"
-#include "quillon/problem/ProblemDefWriter.h"
 #include "tests/model/ModelText.h"
 #include "tests/problem/ProblemDefSamples.h"
 #include "tests/problem/ProblemDefText.h"
@@ -169,8 +167,8 @@ private:
                 LqPDDInclude(definitionPath(include.file), include.suffix.c_str(), include.bodyIdOffset));
             model.includes.append(new LqBDInclude{modelPath(include.file), include.suffix.c_str()});
         }
-        writeProblemDefFile(definition, definitionPath(i));
-        writeModelFile(model, modelPath(i), definition);
+        definition.writeProblemDefFile(definitionPath(i));
+        model.writeModelFile(modelPath(i), definition);
         EXPECT_EQ(takeChain(), StatusChain{});
     }
 
@@ -181,7 +179,7 @@ private:
 constexpr int families = 50;
 
 void readMerged(LqProblemDefData& definition, const GeneratedFamily& family) {
-    EXPECT_TRUE(readProblemDefFile(definition, family.definitionPath(0), true));
+    EXPECT_TRUE(definition.readProblemDefFile(family.definitionPath(0), true));
     EXPECT_EQ(takeChain(), StatusChain{});
 }
 
@@ -329,7 +327,7 @@ TEST(MergedFamilies, EveryReferenceResolves) {
 
 /// Merges two definitions at a time, from the innermost files outwards.
 void mergePairwise(LqProblemDefData& merged, const GeneratedFamily& family, int i) {
-    EXPECT_TRUE(readProblemDefFile(merged, family.definitionPath(i), false));
+    EXPECT_TRUE(merged.readProblemDefFile(family.definitionPath(i), false));
     merged.clearIncludes();
     for (const GeneratedInclude& include : family.file(i).includes) {
         LqProblemDefData part;
@@ -355,7 +353,7 @@ TEST(MergedFamilies, AreWhatTwoDefinitionsAtATimeMergeTo) {
 
 void mergePairwise(LqBodyDefData& merged, const GeneratedFamily& family, int i,
                    const LqProblemDefData& definition, const std::string& suffix) {
-    EXPECT_TRUE(readModelFileWithSuffix(merged, family.modelPath(i), definition, suffix.c_str(), false));
+    EXPECT_TRUE(merged.readModelFileWithSuffix(family.modelPath(i), definition, suffix.c_str(), false));
     merged.clearIncludes();
     for (const GeneratedInclude& include : family.file(i).includes) {
         LqBodyDefData part;
@@ -371,7 +369,7 @@ TEST(MergedFamilies, ModelsAreWhatTwoModelsAtATimeMergeTo) {
         LqProblemDefData definition;
         readMerged(definition, family);
         LqBodyDefData merged;
-        EXPECT_TRUE(readModelFile(merged, family.modelPath(0), definition, true));
+        EXPECT_TRUE(merged.readModelFile(family.modelPath(0), definition, true));
         LqBodyDefData expected;
         mergePairwise(expected, family, 0, definition, "");
         EXPECT_EQ(takeChain(), StatusChain{});
@@ -396,7 +394,7 @@ TEST(MergedFamilies, TheModelAgreesWithTheDefinition) {
         LqProblemDefData definition;
         readMerged(definition, family);
         LqBodyDefData model;
-        EXPECT_TRUE(readModelFile(model, family.modelPath(0), definition, true));
+        EXPECT_TRUE(model.readModelFile(family.modelPath(0), definition, true));
         EXPECT_EQ(takeChain(), StatusChain{});
         EXPECT_EQ(bodyNamesOf(model), namesOf(definition.bodies));
         EXPECT_EQ(idsOf(model.realMarkers), idsOf(definition.realMarkers));

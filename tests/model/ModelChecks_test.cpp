@@ -1,6 +1,6 @@
 #include "quillon/model/ModelChecks.h"
 
-#include "quillon/model/ModelReader.h"
+#include "quillon/model/LqBodyDefData.h"
 #include "tests/model/ModelText.h"
 #include "tests/support/CancelHook.h"
 #include "tests/support/ChildProcess.h"
@@ -114,7 +114,7 @@ struct ReadResult {
 ReadResult readStream(LqBodyDefData& model, const std::string& text, const LqProblemDefData& definition,
                       bool withIncludes = false) {
     std::istringstream input(text);
-    const bool whole = readModelStream(model, input, definition, withIncludes);
+    const bool whole = model.readModelStream(input, definition, withIncludes);
     return {whole, takeChain()};
 }
 

@@ -1,7 +1,5 @@
-#include "quillon/model/ModelIncludes.h"
+#include "quillon/model/LqBodyDefData.h"
 
-#include "quillon/model/ModelReader.h"
-#include "quillon/model/ModelWriter.h"
 #include "tests/model/ModelText.h"
 #include "tests/support/EnvironmentValue.h"
 #include "tests/support/ScratchDirectory.h"
@@ -46,7 +44,7 @@ protected:
 
     StatusChain chainAfterReading(const std::string& section) {
         std::istringstream input(sections + section);
-        const bool whole = readModelStream(model, input, definition, false);
+        const bool whole = model.readModelStream(input, definition, false);
         EXPECT_EQ(whole, !errorStands()) << section;
         return takeChain();
     }
@@ -104,14 +102,14 @@ TEST_F(ModelIncludes, ReportWhatIsWrongAndLeaveWhatStandsInFrontOfTheSection) {
 TEST_F(ModelIncludes, AFailureLeavesThoseThatTheModelHad) {
     model.includes.append(new LqBDInclude{"earlier.model", "_e"});
     std::istringstream bad(includeBlock("FILE_NAME: a\n") + includeBlock(""));
-    EXPECT_FALSE(readModelIncludes(model, bad));
+    EXPECT_FALSE(model.readModelIncludes(bad));
     EXPECT_EQ(takeChain(), (StatusChain{sectionUnreadable, error("No FILE_NAME specified.")}));
     EXPECT_THAT(linesOf(model), ElementsAre("cameras 0", "include earlier.model suffix _e"));
     std::istringstream good(includeBlock("FILE_NAME: a\n"));
-    EXPECT_TRUE(readModelIncludes(model, good));
+    EXPECT_TRUE(model.readModelIncludes(good));
     EXPECT_THAT(linesOf(model), ElementsAre("cameras 0", "include a suffix "));
     std::istringstream none("");
-    EXPECT_TRUE(readModelIncludes(model, none));
+    EXPECT_TRUE(model.readModelIncludes(none));
     EXPECT_TRUE(model.isBlank());
 }
 
@@ -119,7 +117,7 @@ TEST_F(ModelIncludes, ABadSectionIsReportedUnderItsFile) {
     const support::ScratchDirectory scratch;
     const std::string path = scratch / "arm.model";
     support::writeBytes(path, sections + includeBlock(""));
-    EXPECT_FALSE(readModelFile(model, path.c_str(), definition, true));
+    EXPECT_FALSE(model.readModelFile(path.c_str(), definition, true));
     EXPECT_EQ(takeChain(), (StatusChain{error("Unable to read '" + path + "'."), sectionUnreadable,
                                         error("No FILE_NAME specified.")}));
 }
@@ -136,10 +134,10 @@ TEST_F(ModelIncludes, AreNotMergedWithoutBeingAskedAndWriteTheirBlocksAgain) {
     EXPECT_EQ(chainAfterReading(section), StatusChain{});
     expectIncludes({"include /data/subject/arm.model suffix _left", "include leg.model suffix "});
     std::ostringstream output;
-    writeModelIncludes(model, output);
+    model.writeModelIncludes(output);
     EXPECT_EQ(output.str(), section);
     std::ostringstream whole;
-    writeModelStream(model, whole, definition);
+    model.writeModelStream(whole, definition);
     EXPECT_EQ(whole.str(), sections + section);
 }
 

@@ -1,7 +1,7 @@
 #include "quillon/model/ModelMerge.h"
 
-#include "quillon/model/ModelReader.h"
-#include "quillon/problem/ProblemDefReader.h"
+#include "quillon/model/LqBodyDefData.h"
+#include "quillon/problem/LqProblemDefData.h"
 #include "tests/model/ModelText.h"
 #include "tests/problem/ProblemDefSamples.h"
 #include "tests/support/CancelHook.h"
@@ -194,7 +194,7 @@ protected:
     }
 
     StatusChain chainAfterReading(const std::string& name) {
-        const bool whole = readModelFile(model, path(name).c_str(), definition, true);
+        const bool whole = model.readModelFile(path(name).c_str(), definition, true);
         EXPECT_EQ(whole, !errorStands());
         return takeChain();
     }
@@ -261,7 +261,7 @@ TEST_F(MergeModelIncludes, GivesWhatModelsMergedOneByOneWouldGive) {
     for (const auto& [name, suffix] :
          {std::pair("Arm", "_1"), std::pair("Leg", "_2"), std::pair("Arm", "")}) {
         LqBodyDefData part;
-        EXPECT_TRUE(readModelFile(part, path(name).c_str(), definition, true));
+        EXPECT_TRUE(part.readModelFile(path(name).c_str(), definition, true));
         mergeModels(expected, expected, part, "", suffix);
         addInclude(name, suffix);
     }
@@ -304,12 +304,12 @@ TEST_F(MergeModelIncludes, AStreamIsMergedWhenThatIsAskedFor) {
     write("Arm");
     const std::string text = "Kym Model File\nv1.00\n0\n0\n0\n0\n0\n0\n" + block("Arm");
     std::istringstream input(text);
-    EXPECT_TRUE(readModelStream(model, input, definition, false));
+    EXPECT_TRUE(model.readModelStream(input, definition, false));
     EXPECT_EQ(bodyNamesOf(model), Lines{});
     EXPECT_EQ(model.includes.count(), 1);
     define({"Arm"});
     std::istringstream again(text);
-    EXPECT_TRUE(readModelStream(model, again, definition, true));
+    EXPECT_TRUE(model.readModelStream(again, definition, true));
     EXPECT_EQ(bodyNamesOf(model), Lines{"Arm"});
     EXPECT_EQ(model.includes.count(), 0);
 }
@@ -319,7 +319,7 @@ TEST_F(MergeModelIncludes, TheModelsOwnDefinitionServesWithoutAnother) {
     write("Figure", block("Arm"));
     define({"Figure", "Arm"});
     model.problemDef = &definition;
-    EXPECT_TRUE(readModelFile(model, path("Figure").c_str(), true));
+    EXPECT_TRUE(model.readModelFile(path("Figure").c_str(), true));
     EXPECT_EQ(bodyNamesOf(model), (Lines{"Figure", "Arm"}));
     EXPECT_EQ(model.problemDef, &definition);
 }
@@ -437,7 +437,7 @@ TEST_F(MergeModelIncludes, FilesMayLieDeeperInEachOtherThanFilesMayBeOpen) {
     const support::ChildResult result = support::runFunction([this] {
         const rlimit few = {32, 32};
         setrlimit(RLIMIT_NOFILE, &few);
-        std::fputs(readModelFile(model, path("f0").c_str(), definition, true) ? "read" : "failed", stdout);
+        std::fputs(model.readModelFile(path("f0").c_str(), definition, true) ? "read" : "failed", stdout);
         std::printf(" %d bodies, the last marker %d", model.bodies.count(),
                     model.artificialMarkers[model.artificialMarkers.count() - 1]->id);
         std::fflush(stdout);

@@ -1,4 +1,4 @@
-#include "quillon/model/ModelReader.h"
+#include "quillon/model/LqBodyDefData.h"
 
 #include "tests/model/ModelText.h"
 #include "tests/support/CancelHook.h"
@@ -49,7 +49,7 @@ protected:
 
     bool read(const std::string& text) {
         std::istringstream input(text);
-        return readModelSections(model, input, definition, "");
+        return model.readModelSections(input, definition, "");
     }
 
     /// Reads what stands behind the header and a camera count of 0.
@@ -200,10 +200,10 @@ TEST_F(ModelReaderTest, TheFirstOfTwoDefinedBodiesOfOneNameSaysTheType) {
 TEST_F(ModelReaderTest, ASuffixIsLookedUpWithTheNameAndNotStored) {
     const std::string text = header + noCameras + "1\n" + plainBody("Arm") + noMarkers;
     std::istringstream input(text);
-    EXPECT_TRUE(readModelSections(model, input, definition, "_l"));
+    EXPECT_TRUE(model.readModelSections(input, definition, "_l"));
     EXPECT_THAT(bodyNamesOf(model), ElementsAre("Arm"));
     std::istringstream again(text);
-    EXPECT_FALSE(readModelSections(model, again, definition, "_r"));
+    EXPECT_FALSE(model.readModelSections(again, definition, "_r"));
     EXPECT_EQ(takeChain(),
               (StatusChain{error("The base matrix for body 'Arm_r' is given, but there is no such "
                                  "body in the problem definition.")}));
@@ -225,7 +225,7 @@ TEST_F(ModelReaderTest, TakesHeadersThatAreGoodEnough) {
     for (const char* text : {"Kym Model File, second edition\nv1.00\n", "Kym Model File\nv1.99\n",
                              "Kym Model File\n \n x 1.5 and more\n", "Kym Model File\nv1"}) {
         std::istringstream input(text);
-        EXPECT_TRUE(readModelHeader(input)) << text;
+        EXPECT_TRUE(LqBodyDefData::readModelHeader(input)) << text;
         EXPECT_THAT(takeChain(), IsEmpty());
     }
     // A first line beyond 79 characters is cut and the rest of it skipped.
@@ -392,7 +392,7 @@ TEST_F(ModelReaderTest, MessagesOnASuffixedBodyNameTheBodyOfTheDefinitionOrOfThe
                           Case{"0\n", "Body 'Arm' has a zero type one vector length."},
                           Case{"1\nx\n", "Unable to read vector direction for 'Arm_l'."}}) {
         std::istringstream input(header + noCameras + "1\n" + plainBody("Arm") + c.vectors);
-        EXPECT_FALSE(readModelSections(model, input, definition, "_l"));
+        EXPECT_FALSE(model.readModelSections(input, definition, "_l"));
         EXPECT_EQ(takeChain(), (StatusChain{error(c.message)}));
     }
 }
@@ -485,27 +485,27 @@ protected:
 
 TEST_F(ModelFile, ReadsAFile) {
     writeBytes(path(), header + noCameras + "1\n" + plainBody("Plain") + noMarkers);
-    EXPECT_TRUE(readModelFile(model, path().c_str(), definition, true));
+    EXPECT_TRUE(model.readModelFile(path().c_str(), definition, true));
     EXPECT_THAT(bodyNamesOf(model), ElementsAre("Plain"));
     model.clear();
     model.problemDef = &definition;
-    EXPECT_TRUE(readModelFile(model, path().c_str(), false));
+    EXPECT_TRUE(model.readModelFile(path().c_str(), false));
     EXPECT_THAT(bodyNamesOf(model), ElementsAre("Plain"));
     EXPECT_THAT(takeChain(), IsEmpty());
 }
 
 TEST_F(ModelFile, ReadsAFileWithASuffix) {
     writeBytes(path(), header + noCameras + "1\n" + plainBody("Arm") + noMarkers);
-    EXPECT_TRUE(readModelFileWithSuffix(model, path().c_str(), definition, "_l", false));
+    EXPECT_TRUE(model.readModelFileWithSuffix(path().c_str(), definition, "_l", false));
     EXPECT_THAT(bodyNamesOf(model), ElementsAre("Arm"));
-    EXPECT_FALSE(readModelFile(model, path().c_str(), definition, false));
+    EXPECT_FALSE(model.readModelFile(path().c_str(), definition, false));
     EXPECT_EQ(takeChain(),
               (StatusChain{error("Unable to read '" + path() + "'."), error(missingBodyMessage("Arm"))}));
 }
 
 TEST_F(ModelFile, ReportsTheFileOverTheCause) {
     writeBytes(path(), "Kym Model File\nv2.00\n");
-    EXPECT_FALSE(readModelFile(model, path().c_str(), definition, false));
+    EXPECT_FALSE(model.readModelFile(path().c_str(), definition, false));
     EXPECT_EQ(takeChain(),
               (StatusChain{error("Unable to read '" + path() + "'."), error("Not a valid Kym Model File."),
                            error("Unsupported datafile version 2.00. Application uses version 1.00.")}));
@@ -514,7 +514,7 @@ TEST_F(ModelFile, ReportsTheFileOverTheCause) {
 TEST_F(ModelFile, SaysThatItWasNotReadAfterACancel) {
     writeBytes(path(), header + noCameras + bodies(4) + noMarkers);
     const test::CancelAtAsking hook(1);
-    EXPECT_FALSE(readModelFile(model, path().c_str(), definition, false));
+    EXPECT_FALSE(model.readModelFile(path().c_str(), definition, false));
     EXPECT_EQ(takeChain(), (StatusChain{error("Unable to read '" + path() + "'."), warning("Read aborted."),
                                         error("Canceled.")}));
 }
@@ -522,12 +522,12 @@ TEST_F(ModelFile, SaysThatItWasNotReadAfterACancel) {
 TEST_F(ModelFile, ReportsAFileThatCannotBeRead) {
     model.addRealMarker({9, {}});
     const StatusChain missing = {error("Unable to open \"" + path() + "\"."), error("File does not exist.")};
-    EXPECT_FALSE(readModelFile(model, path().c_str(), definition, false));
+    EXPECT_FALSE(model.readModelFile(path().c_str(), definition, false));
     EXPECT_EQ(takeChain(), missing);
-    EXPECT_FALSE(hasModelHeader(path().c_str()));
+    EXPECT_FALSE(LqBodyDefData::hasModelHeader(path().c_str()));
     EXPECT_EQ(takeChain(), missing);
     const std::string directory = scratch.path().string();
-    EXPECT_FALSE(readModelFile(model, directory.c_str(), definition, false));
+    EXPECT_FALSE(model.readModelFile(directory.c_str(), definition, false));
     EXPECT_EQ(takeChain(), (StatusChain{error(directory + " is a directory.")}));
     EXPECT_THAT(idsOf(model.realMarkers), ElementsAre(9));
 }
@@ -540,8 +540,8 @@ TEST_F(ModelFile, ReportsAFileThatDoesNotOpenAlthoughItMayBeRead) {
     writeBytes(path(), header);
     {
         const test::NoFreeDescriptors none;
-        EXPECT_FALSE(readModelFile(target, file, known, false));
-        EXPECT_FALSE(hasModelHeader(file));
+        EXPECT_FALSE(target.readModelFile(file, known, false));
+        EXPECT_FALSE(LqBodyDefData::hasModelHeader(file));
     }
     const test::StatusLine line = error("Unable to open model file '" + path() + "'.");
     EXPECT_EQ(takeChain(), (StatusChain{line, line}));
@@ -549,16 +549,16 @@ TEST_F(ModelFile, ReportsAFileThatDoesNotOpenAlthoughItMayBeRead) {
 
 TEST_F(ModelFile, TellsWhetherAFileHasAModelHeader) {
     writeBytes(path(), header + "nothing of use");
-    EXPECT_TRUE(hasModelHeader(path().c_str()));
+    EXPECT_TRUE(LqBodyDefData::hasModelHeader(path().c_str()));
     EXPECT_THAT(takeChain(), IsEmpty());
     writeBytes(path(), "Kym Measured File\nv1.00\n");
-    EXPECT_FALSE(hasModelHeader(path().c_str()));
+    EXPECT_FALSE(LqBodyDefData::hasModelHeader(path().c_str()));
     EXPECT_EQ(takeChain(),
               (StatusChain{error("Error reading '" + path() + "'."), error("Invalid datafile header id.")}));
 }
 
 TEST_F(ModelFile, ReadingWithoutADefinitionEndsTheProcess) {
-    EXPECT_EQ(support::runFunction([&] { readModelFile(model, path().c_str(), false); }).outcome, "SIGSEGV");
+    EXPECT_EQ(support::runFunction([&] { model.readModelFile(path().c_str(), false); }).outcome, "SIGSEGV");
 }
 
 } // namespace

@@ -1,5 +1,4 @@
-#include "quillon/model/ModelReader.h"
-#include "quillon/model/ModelWriter.h"
+#include "quillon/model/LqBodyDefData.h"
 #include "tests/model/ModelText.h"
 #include "tests/support/RandomModel.h"
 #include "tests/support/RandomProblemDef.h"
@@ -27,8 +26,8 @@ bool sameInAll(const LqBodyDefData& left, const LqBodyDefData& right) {
 void expectModelRoundTrip(const LqBodyDefData& model, const LqProblemDefData& definition) {
     expectRoundTrip(
         model,
-        [&](std::ostream& output, const LqBodyDefData& each) { writeModelStream(each, output, definition); },
-        [&](std::istream& input, LqBodyDefData& target) { readModelSections(target, input, definition, ""); },
+        [&](std::ostream& output, const LqBodyDefData& each) { each.writeModelStream(output, definition); },
+        [&](std::istream& input, LqBodyDefData& target) { target.readModelSections(input, definition, ""); },
         sameInAll);
 }
 
@@ -78,9 +77,9 @@ protected:
     /// Writes the model and reads it into `back`; what the reader says.
     StatusChain readBack() {
         std::stringstream stream;
-        writeModelStream(model, stream, definition);
+        model.writeModelStream(stream, definition);
         back = LqBodyDefData();
-        readModelSections(back, stream, definition, "");
+        back.readModelSections(stream, definition, "");
         return takeChain();
     }
 
@@ -166,7 +165,7 @@ TEST_F(ModelLosses, AnArtificialPointWithoutAPartnerIsNotCounted) {
         model.artificialMarkers.append(new LqBDMarker{id, {}});
     }
     std::ostringstream output;
-    writeModelStream(model, output, definition);
+    model.writeModelStream(output, definition);
     const std::string text = output.str();
     EXPECT_EQ(text.substr(text.find("1    ; # of artificial pairs\n")),
               "1    ; # of artificial pairs\n  1   0   0   0\n  2   0   0   0\n  3   0   0   0\n");

@@ -1,6 +1,5 @@
-#include "quillon/model/ModelWriter.h"
+#include "quillon/model/LqBodyDefData.h"
 
-#include "quillon/model/ModelReader.h"
 #include "tests/model/ModelText.h"
 #include "tests/support/CommaLocale.h"
 #include "tests/support/NoFreeDescriptors.h"
@@ -23,7 +22,7 @@ using testing::IsEmpty;
 
 std::string written(const LqBodyDefData& model, const LqProblemDefData& definition) {
     std::ostringstream output;
-    writeModelStream(model, output, definition);
+    model.writeModelStream(output, definition);
     return output.str();
 }
 
@@ -153,7 +152,7 @@ TEST_F(ModelWriter, WritesTheSameWhateverBaseOrRealFormatTheStreamHas) {
     std::ostringstream output;
     output << std::hex << std::scientific << std::internal;
     output.precision(11);
-    writeModelStream(model, output, definition);
+    model.writeModelStream(output, definition);
     EXPECT_EQ(output.str(), written(model, definition));
     EXPECT_EQ(output.flags() & (std::ios::fixed | std::ios::scientific | std::ios::left),
               std::ios::fmtflags());
@@ -170,9 +169,9 @@ TEST_F(ModelWriter, AFileDoesNotFollowTheGlobalLocale) {
     LqBodyDefData back;
     {
         const test::CommaLocale comma;
-        writeModelFile(model, path.c_str(), definition);
-        EXPECT_TRUE(readModelFile(back, path.c_str(), definition, false));
-        EXPECT_TRUE(hasModelHeader(path.c_str()));
+        model.writeModelFile(path.c_str(), definition);
+        EXPECT_TRUE(back.readModelFile(path.c_str(), definition, false));
+        EXPECT_TRUE(LqBodyDefData::hasModelHeader(path.c_str()));
     }
     EXPECT_THAT(takeChain(), IsEmpty());
     EXPECT_EQ(support::readBytes(path), written(model, definition));
@@ -183,7 +182,7 @@ TEST_F(ModelWriter, WritesAFile) {
     const support::ScratchDirectory scratch;
     const std::string path = scratch / "x.model";
     model.cameraCount = 1;
-    writeModelFile(model, path.c_str(), definition);
+    model.writeModelFile(path.c_str(), definition);
     EXPECT_EQ(support::readBytes(path),
               "Kym Model File\nv1.00\n1    ; # of cameras\n0    ; # of bodies\n" + noMarkers);
     EXPECT_THAT(takeChain(), IsEmpty());
@@ -192,13 +191,13 @@ TEST_F(ModelWriter, WritesAFile) {
 TEST_F(ModelWriter, ReportsAFileThatCannotBeWritten) {
     const support::ScratchDirectory scratch;
     const std::string directory = scratch.path().string();
-    writeModelFile(model, directory.c_str(), definition);
+    model.writeModelFile(directory.c_str(), definition);
     EXPECT_EQ(takeChain(), (StatusChain{error("File \"" + directory + "\" is unwritable."),
                                         error("File is a directory.")}));
     const std::string path = scratch / "x.model";
     {
         const test::NoFreeDescriptors none;
-        writeModelFile(model, path.c_str(), definition);
+        model.writeModelFile(path.c_str(), definition);
     }
     EXPECT_EQ(takeChain(), (StatusChain{error("Couldn't create file \"" + path + "\".")}));
 }

@@ -1,6 +1,5 @@
 #include "quillon/problem/LqProblemDefData.h"
 
-#include "quillon/problem/ProblemDefReader.h"
 #include "tests/problem/ProblemDefSamples.h"
 #include "tests/support/StatusChain.h"
 
@@ -136,7 +135,7 @@ TEST(ProblemDefChecks, AreNotRunByTheReader) {
     for (const Case& each : cases) {
         LqProblemDefData data;
         std::istringstream input(std::string("Kym Problem Definition File\nv1.00\n") + each.sections);
-        EXPECT_TRUE(readProblemDefStream(data, input, true)) << each.message;
+        EXPECT_TRUE(data.readProblemDefStream(input, true)) << each.message;
         EXPECT_EQ(takeChain(), StatusChain{});
         EXPECT_EQ(checked(data), StatusChain{error(each.message)});
     }

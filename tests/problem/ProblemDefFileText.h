@@ -1,7 +1,6 @@
 #pragma once
 
 #include "quillon/problem/LqProblemDefData.h"
-#include "quillon/problem/ProblemDefReader.h"
 #include "tests/support/StatusChain.h"
 
 #include <gtest/gtest.h>
@@ -30,7 +29,7 @@ struct FileText {
 inline StatusChain chainAfterReading(LqProblemDefData& data, const std::string& text) {
     const CleanStatus clean;
     std::istringstream input(text);
-    const bool good = readProblemDefStream(data, input, false);
+    const bool good = data.readProblemDefStream(input, false);
     StatusChain chain = takeChain();
     EXPECT_EQ(good, chain.empty());
     return chain;

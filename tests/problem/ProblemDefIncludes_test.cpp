@@ -1,7 +1,5 @@
-#include "quillon/problem/ProblemDefIncludes.h"
+#include "quillon/problem/LqProblemDefData.h"
 
-#include "quillon/problem/ProblemDefReader.h"
-#include "quillon/problem/ProblemDefWriter.h"
 #include "tests/problem/ProblemDefText.h"
 #include "tests/support/EnvironmentValue.h"
 #include "tests/support/ScratchDirectory.h"
@@ -28,7 +26,7 @@ std::string includeBlock(const std::string& lines) {
 StatusChain chainAfterReading(LqProblemDefData& data, const std::string& section) {
     const CleanStatus clean;
     std::istringstream input(noSections + section);
-    const bool whole = readProblemDefStream(data, input, false);
+    const bool whole = data.readProblemDefStream(input, false);
     EXPECT_EQ(whole, !errorStands()) << section;
     return takeChain();
 }
@@ -100,14 +98,14 @@ TEST(ProblemDefIncludes, AFailureLeavesThoseThatTheDefinitionHad) {
     LqProblemDefData data;
     data.addInclude(LqPDDInclude("earlier.prb", "_e", 1, 2));
     std::istringstream bad(includeBlock("FILE_NAME: a\n") + includeBlock(""));
-    EXPECT_FALSE(readIncludes(data, bad));
+    EXPECT_FALSE(data.readIncludes(bad));
     EXPECT_EQ(takeChain(), (StatusChain{sectionUnreadable, error("No FILE_NAME specified.")}));
     EXPECT_THAT(linesOf(data), ElementsAre("include earlier.prb suffix \"_e\" offsets 1 2"));
     std::istringstream good(includeBlock("FILE_NAME: a\n"));
-    EXPECT_TRUE(readIncludes(data, good));
+    EXPECT_TRUE(data.readIncludes(good));
     EXPECT_THAT(linesOf(data), ElementsAre("include a suffix \"\" offsets 0 -1"));
     std::istringstream none("");
-    EXPECT_TRUE(readIncludes(data, none));
+    EXPECT_TRUE(data.readIncludes(none));
     EXPECT_TRUE(data.isBlank());
 }
 
@@ -117,7 +115,7 @@ TEST(ProblemDefIncludes, ABadSectionIsReportedUnderItsFile) {
     const std::string path = scratch / "figure.prb";
     support::writeBytes(path, noSections + includeBlock(""));
     LqProblemDefData data;
-    EXPECT_FALSE(readProblemDefFile(data, path.c_str(), false));
+    EXPECT_FALSE(data.readProblemDefFile(path.c_str(), false));
     EXPECT_EQ(takeChain(), (StatusChain{error("Unable to read '" + path + "'."), sectionUnreadable,
                                         error("No FILE_NAME specified.")}));
 }
@@ -146,10 +144,10 @@ TEST(ProblemDefIncludes, AreNotMergedWithoutBeingAskedAndWriteTheirBlocksAgain) 
                                            "include leg.prb suffix \"\" offsets 0 -1",
                                            "include /elsewhere/head.prb suffix \"\" offsets -3 -2"));
     std::ostringstream output;
-    writeIncludes(data, output);
+    data.writeIncludes(output);
     EXPECT_EQ(output.str(), section);
     std::ostringstream sections;
-    writeProblemDefSections(data, sections);
+    data.writeProblemDefSections(sections);
     EXPECT_EQ(sections.str(), "  0    # of variables -- var num, description\n"
                               "  0    # of bodies, body names, parent names, graphics #, type\n"
                               "  0    # real markers, marker#, pred type #, weight, body name\n"
@@ -166,7 +164,7 @@ TEST(ProblemDefIncludes, AreWrittenInPlainDecimalWhateverFormatTheStreamHas) {
     output << std::hex << std::showbase << std::showpos << std::left;
     output.fill('*');
     output.width(30);
-    writeIncludes(data, output);
+    data.writeIncludes(output);
     EXPECT_EQ(output.str(), "INCLUDE {\n"
                             "  FILE_NAME: arm.prb\n"
                             "  BODY_NAME_SUFFIX: _l\n"

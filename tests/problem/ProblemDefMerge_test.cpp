@@ -1,6 +1,6 @@
 #include "quillon/problem/ProblemDefMerge.h"
 
-#include "quillon/problem/ProblemDefReader.h"
+#include "quillon/problem/LqProblemDefData.h"
 #include "tests/problem/ProblemDefSamples.h"
 #include "tests/problem/ProblemDefText.h"
 #include "tests/support/CancelHook.h"
@@ -237,7 +237,7 @@ protected:
 
     /// Reads the file with its includes merged and gives the chain.
     StatusChain chainAfterReading(const std::string& name) {
-        const bool whole = readProblemDefFile(data, path(name).c_str(), true);
+        const bool whole = data.readProblemDefFile(path(name).c_str(), true);
         EXPECT_EQ(whole, !errorStands());
         return takeChain();
     }
@@ -298,8 +298,8 @@ TEST_F(MergeIncludes, GivesWhatDefinitionsMergedOneByOneWouldGive) {
     LqProblemDefData expected(data);
     LqProblemDefData stage;
     LqProblemDefData leg;
-    EXPECT_TRUE(readProblemDefFile(stage, path("Stage").c_str(), true));
-    EXPECT_TRUE(readProblemDefFile(leg, path("Leg").c_str(), true));
+    EXPECT_TRUE(stage.readProblemDefFile(path("Stage").c_str(), true));
+    EXPECT_TRUE(leg.readProblemDefFile(path("Leg").c_str(), true));
     mergeDefinitions(expected, expected, stage, "", "_1", 4, 6);
     mergeDefinitions(expected, expected, leg, "", "_2", -3, -1);
     data.addInclude(LqPDDInclude(path("Stage").c_str(), "_1", 4, 6));
@@ -334,12 +334,12 @@ TEST_F(MergeIncludes, AStreamIsMergedWhenThatIsAskedFor) {
     write("Arm");
     for (const bool withIncludes : {false, true}) {
         std::istringstream input("Kym Problem Definition File\nv1.00\n0\n0\n0\n0\n0\n0\n" + block("Arm"));
-        EXPECT_TRUE(readProblemDefStream(data, input, withIncludes));
+        EXPECT_TRUE(data.readProblemDefStream(input, withIncludes));
         EXPECT_EQ(data.bodies.count(), withIncludes ? 1 : 0);
         EXPECT_EQ(data.includes.count(), withIncludes ? 0 : 1);
     }
     std::istringstream input("Kym Problem Definition File\nv1.00\n0\n0\n0\n0\n0\n0\n" + block("Leg"));
-    EXPECT_FALSE(readProblemDefStream(data, input, true));
+    EXPECT_FALSE(data.readProblemDefStream(input, true));
     EXPECT_EQ(takeChain(), (StatusChain{notIncluded, error("Unable to open \"" + path("Leg") + "\"."),
                                         error("File does not exist.")}));
     EXPECT_TRUE(data.isIncludesOnly());
@@ -460,7 +460,7 @@ TEST_F(MergeIncludes, AFileThatIncludesItselfIsRefused) {
     EXPECT_EQ(namesOf(data.bodies), Lines{"Arm"});
     // A definition in memory has no file, so that the file is met a second time one level further down.
     expectFailure({notIncluded, notRead(path("Arm")), notIncluded, includesItself(path("Arm"))});
-    EXPECT_TRUE(readProblemDefFile(data, path("Arm").c_str(), false));
+    EXPECT_TRUE(data.readProblemDefFile(path("Arm").c_str(), false));
     EXPECT_EQ(data.includes.count(), 1);
 }
 
@@ -508,7 +508,7 @@ TEST_F(MergeIncludes, FilesMayLieDeeperInEachOtherThanFilesMayBeOpen) {
     const support::ChildResult result = support::runFunction([this] {
         const rlimit few = {32, 32};
         setrlimit(RLIMIT_NOFILE, &few);
-        std::fputs(readProblemDefFile(data, path("f0").c_str(), true) ? "read" : "failed", stdout);
+        std::fputs(data.readProblemDefFile(path("f0").c_str(), true) ? "read" : "failed", stdout);
         std::printf(" %d bodies, the last with %d letters", data.bodies.count(),
                     data.bodies[data.bodies.count() - 1]->name.length());
         std::fflush(stdout);

@@ -1,4 +1,4 @@
-#include "quillon/problem/ProblemDefReader.h"
+#include "quillon/problem/LqProblemDefData.h"
 
 #include "tests/problem/ProblemDefFileText.h"
 #include "tests/problem/ProblemDefSamples.h"
@@ -66,7 +66,7 @@ TEST(ProblemDefReader, EndsTheProcessForANegativeNumberOfVariablesOrBodies) {
         const support::ChildResult result = support::runFunction([&text] {
             LqProblemDefData data;
             std::istringstream input(text);
-            readProblemDefStream(data, input, false);
+            data.readProblemDefStream(input, false);
         });
         EXPECT_EQ(result.outcome, "SIGABRT");
         EXPECT_EQ(result.err, "\nUnable to allocate memory!\nAttempted to allocate -1 elements, total size: "
@@ -345,7 +345,7 @@ TEST(ProblemDefReader, StopsAfterTheRealMarkersWhenThereAreMinusOneFixMarkers) {
     const CleanStatus clean;
     LqProblemDefData data;
     std::istringstream input("1\n1 0 1    Hips\n-1\n1\n1 1 1    Hips\n");
-    EXPECT_FALSE(readMarkers(data, input));
+    EXPECT_FALSE(data.readMarkers(input));
     EXPECT_EQ(takeChain(),
               StatusChain{error("The number of Fix markers must be specified by a positive integer.")});
     EXPECT_EQ(idsOf(data.realMarkers), Ids{1});

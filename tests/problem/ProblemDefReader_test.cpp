@@ -1,4 +1,4 @@
-#include "quillon/problem/ProblemDefReader.h"
+#include "quillon/problem/LqProblemDefData.h"
 
 #include "tests/problem/ProblemDefFileText.h"
 #include "tests/problem/ProblemDefSamples.h"
@@ -79,7 +79,7 @@ TEST(NameField, IsReadByColumnsOrByQuotes) {
     const CleanStatus clean;
     for (const NameCase& each : cases) {
         std::istringstream input(each.text);
-        EXPECT_EQ(readNameField(input).view(), each.name) << each.what;
+        EXPECT_EQ(LqProblemDefData::readNameField(input).view(), each.name) << each.what;
         EXPECT_EQ(takeChain(), each.chain) << each.what;
         input.clear();
         EXPECT_EQ(std::string(std::istreambuf_iterator<char>(input), {}), each.rest) << each.what;
@@ -110,9 +110,9 @@ TEST(NameField, IsReadFromAStreamThatArrivesInPieces) {
     const CleanStatus clean;
     DrippingBuffer buffer("ABCDEFGHIJKLMNOPQRST\"ABCDEFGHIJKLMNOPQRSTU\" Hips\nrest");
     std::istream input(&buffer);
-    EXPECT_TRUE(readNameField(input) == "ABCDEFGHIJKLMNOPQRST");
-    EXPECT_TRUE(readNameField(input) == "ABCDEFGHIJKLMNOPQRSTU");
-    EXPECT_TRUE(readNameField(input) == "Hips");
+    EXPECT_TRUE(LqProblemDefData::readNameField(input) == "ABCDEFGHIJKLMNOPQRST");
+    EXPECT_TRUE(LqProblemDefData::readNameField(input) == "ABCDEFGHIJKLMNOPQRSTU");
+    EXPECT_TRUE(LqProblemDefData::readNameField(input) == "Hips");
     EXPECT_EQ(input.get(), 'r');
 }
 
@@ -204,7 +204,7 @@ TEST(ProblemDefReader, ReadsAStreamThatArrivesInPieces) {
     LqProblemDefData expected;
     fillFigure(expected);
     LqProblemDefData data;
-    EXPECT_TRUE(readProblemDefStream(data, input, false));
+    EXPECT_TRUE(data.readProblemDefStream(input, false));
     EXPECT_TRUE(equals(data, expected));
 }
 
@@ -223,9 +223,9 @@ TEST(ProblemDefReader, ReadsOneSectionInPlaceOfAnother) {
     fillFigure(data);
     data.removeBody("Hips");
     std::istringstream input("1\n  8 0.5  Prop                \n  0\n");
-    EXPECT_TRUE(readFixMarkers(data, input));
+    EXPECT_TRUE(data.readFixMarkers(input));
     EXPECT_EQ(idsOf(data.fixMarkers), Ids{8});
-    EXPECT_TRUE(readBodies(data, input));
+    EXPECT_TRUE(data.readBodies(input));
     EXPECT_EQ(data.bodies.count(), 0);
     EXPECT_EQ(takeChain(), StatusChain{});
 }
@@ -250,11 +250,11 @@ TEST(ProblemDefReader, ReportsABadHeader) {
         EXPECT_EQ(chainAfterReading(data, text), chain) << text;
         EXPECT_TRUE(data.isBlank()) << text;
         std::istringstream input(text);
-        EXPECT_FALSE(readProblemDefHeader(input)) << text;
+        EXPECT_FALSE(LqProblemDefData::readProblemDefHeader(input)) << text;
         currentStatus().clear();
     }
     std::istringstream input("Kym Problem Definition File, by hand\nx1.75\n");
-    EXPECT_TRUE(readProblemDefHeader(input));
+    EXPECT_TRUE(LqProblemDefData::readProblemDefHeader(input));
 }
 
 // --- Cancelling ----------------------------------------------------------------------------------
@@ -349,7 +349,7 @@ TEST(ProblemDefReader, ReportsTheFileThatACancelLeftUnread) {
     support::writeBytes(path, crowd(5).text());
     CancellingUser user(2);
     LqProblemDefData data;
-    EXPECT_FALSE(readProblemDefFile(data, path.c_str(), false));
+    EXPECT_FALSE(data.readProblemDefFile(path.c_str(), false));
     EXPECT_EQ(takeChain(), (StatusChain{error("Unable to read '" + path + "'."), warning("Read aborted."),
                                         error("Canceled.")}));
     EXPECT_EQ(countsOf(data), (Ids{5, 4, 0, 0, 0, 0}));
@@ -363,7 +363,7 @@ TEST(ProblemDefReader, ReadsAFile) {
     const std::string path = scratch / "figure.prb";
     support::writeBytes(path, figure.text());
     LqProblemDefData data;
-    EXPECT_TRUE(readProblemDefFile(data, path.c_str(), false));
+    EXPECT_TRUE(data.readProblemDefFile(path.c_str(), false));
     EXPECT_EQ(takeChain(), StatusChain{});
     LqProblemDefData expected;
     fillFigure(expected);
@@ -375,7 +375,7 @@ TEST(ProblemDefReader, ReportsAFileThatIsNotThere) {
     const support::ScratchDirectory scratch;
     const std::string path = scratch / "missing.prb";
     LqProblemDefData data;
-    EXPECT_FALSE(readProblemDefFile(data, path.c_str(), false));
+    EXPECT_FALSE(data.readProblemDefFile(path.c_str(), false));
     EXPECT_EQ(takeChain(),
               (StatusChain{error("Unable to open \"" + path + "\"."), error("File does not exist.")}));
 }
@@ -389,7 +389,7 @@ TEST(ProblemDefReader, ReportsAFileThatDoesNotOpenAlthoughItMayBeRead) {
     fillFigure(data);
     {
         const NoFreeDescriptors none;
-        EXPECT_FALSE(readProblemDefFile(data, path.c_str(), false));
+        EXPECT_FALSE(data.readProblemDefFile(path.c_str(), false));
     }
     EXPECT_EQ(takeChain(), StatusChain{error("Unable to open '" + path + "'.")});
     EXPECT_EQ(namesOf(data.bodies), (Names{"Hips", "Hand"}));
@@ -401,12 +401,12 @@ TEST(ProblemDefReader, AnErrorThatStandsAlreadyStopsTheReadingBehindTheHeader) {
     LqProblemDefData data;
     fillFigure(data);
     std::istringstream input(figure.text());
-    EXPECT_FALSE(readProblemDefStream(data, input, false));
+    EXPECT_FALSE(data.readProblemDefStream(input, false));
     EXPECT_EQ(takeChain(), StatusChain{error("earlier")});
     EXPECT_TRUE(data.isBlank());
     pushWarning("earlier");
     std::istringstream again(figure.text());
-    EXPECT_TRUE(readProblemDefStream(data, again, false));
+    EXPECT_TRUE(data.readProblemDefStream(again, false));
     EXPECT_EQ(takeChain(), StatusChain{warning("earlier")});
     EXPECT_EQ(namesOf(data.bodies), (Names{"Hips", "Hand"}));
 }
@@ -417,7 +417,7 @@ TEST(ProblemDefReader, ReportsTheFileOverItsDefect) {
     const std::string path = scratch / "short.prb";
     support::writeBytes(path, header + "0\n");
     LqProblemDefData data;
-    EXPECT_FALSE(readProblemDefFile(data, path.c_str(), false));
+    EXPECT_FALSE(data.readProblemDefFile(path.c_str(), false));
     EXPECT_EQ(takeChain(), (StatusChain{error("Unable to read '" + path + "'."),
                                         error("Unable to read number of bodies.")}));
 }
@@ -430,7 +430,7 @@ TEST(ProblemDefReader, NeverReturnsWhenTheLastMappingHasNoNewline) {
         [&text] {
             LqProblemDefData data;
             std::istringstream input(text.substr(0, text.size() - 1));
-            readProblemDefStream(data, input, false);
+            data.readProblemDefStream(input, false);
         },
         options);
     EXPECT_EQ(result.outcome, "TIMEOUT");

@@ -1,6 +1,4 @@
 #include "quillon/problem/LqProblemDefData.h"
-#include "quillon/problem/ProblemDefReader.h"
-#include "quillon/problem/ProblemDefWriter.h"
 #include "tests/problem/ProblemDefSamples.h"
 #include "tests/support/RandomProblemDef.h"
 #include "tests/support/RoundTrip.h"
@@ -16,8 +14,8 @@ namespace {
 
 void expectDefinitionRoundTrip(const LqProblemDefData& data) {
     expectRoundTrip(
-        data, [](std::ostream& output, const LqProblemDefData& each) { writeProblemDefStream(each, output); },
-        [](std::istream& input, LqProblemDefData& target) { readProblemDefStream(target, input, false); },
+        data, [](std::ostream& output, const LqProblemDefData& each) { each.writeProblemDefStream(output); },
+        [](std::istream& input, LqProblemDefData& target) { target.readProblemDefStream(input, false); },
         [](const LqProblemDefData& left, const LqProblemDefData& right) { return equals(left, right); });
 }
 
@@ -45,8 +43,8 @@ TEST(ProblemDefRoundTrip, LongSectionsComeBack) {
 struct ReadBack {
     explicit ReadBack(const LqProblemDefData& source) {
         std::stringstream stream;
-        writeProblemDefStream(source, stream);
-        readProblemDefStream(data, stream, false);
+        source.writeProblemDefStream(stream);
+        data.readProblemDefStream(stream, false);
         chain = takeChain();
     }
 

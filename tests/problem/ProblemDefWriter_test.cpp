@@ -1,6 +1,5 @@
-#include "quillon/problem/ProblemDefWriter.h"
+#include "quillon/problem/LqProblemDefData.h"
 
-#include "quillon/problem/ProblemDefReader.h"
 #include "tests/problem/ProblemDefSamples.h"
 #include "tests/support/CommaLocale.h"
 #include "tests/support/NoFreeDescriptors.h"
@@ -27,14 +26,14 @@ TEST(NameField, OfUpToTwentyCharactersFillsItsColumnsAndALongerOneIsQuoted) {
     for (const auto& [name, field] : cases) {
         std::ostringstream output;
         output << std::right << std::setw(30);
-        writeNameField(output, name);
+        LqProblemDefData::writeNameField(output, name);
         EXPECT_EQ(output.str() + "|", field);
     }
 }
 
 TEST(NameField, OfANullNameIsBlank) {
     std::ostringstream output;
-    writeNameField(output, LmStr());
+    LqProblemDefData::writeNameField(output, LmStr());
     EXPECT_EQ(output.str(), std::string(20, ' '));
 }
 
@@ -111,16 +110,16 @@ TEST(ProblemDefWriter, WritesAllSectionsInTheirColumns) {
     LqProblemDefData data;
     fillSample(data);
     std::ostringstream sections;
-    writeProblemDefSections(data, sections);
+    data.writeProblemDefSections(sections);
     EXPECT_EQ(sections.str(), sampleSections);
     std::ostringstream stream;
-    writeProblemDefStream(data, stream);
+    data.writeProblemDefStream(stream);
     EXPECT_EQ(stream.str(), "Kym Problem Definition File\nv1.00\n" + sampleSections);
 }
 
 TEST(ProblemDefWriter, WritesAnEmptyDefinitionAsZeroCounts) {
     std::ostringstream output;
-    writeProblemDefStream(LqProblemDefData(), output);
+    LqProblemDefData().writeProblemDefStream(output);
     EXPECT_EQ(output.str(), "Kym Problem Definition File\nv1.00\n"
                             "  0    # of variables -- var num, description\n"
                             "  0    # of bodies, body names, parent names, graphics #, type\n"
@@ -139,7 +138,7 @@ TEST(ProblemDefWriter, WritesTheSameWhateverFormatTheStreamHasAndLeavesItSo) {
     output.fill('*');
     output.width(40);
     const std::ios_base::fmtflags flags = output.flags();
-    writeProblemDefSections(data, output);
+    data.writeProblemDefSections(output);
     EXPECT_EQ(output.str(), sampleSections);
     EXPECT_EQ(output.flags(), flags);
     EXPECT_EQ(output.precision(), 11);
@@ -150,9 +149,11 @@ TEST(ProblemDefWriter, WritesTheSameWhateverFormatTheStreamHasAndLeavesItSo) {
 TEST(ProblemDefWriter, EachSectionPutsTheFormatOfTheStreamBack) {
     LqProblemDefData data;
     fillSample(data);
-    using WriteSection = void (*)(const LqProblemDefData&, std::ostream&);
-    const WriteSection writers[] = {writeSysVars,    writeBodies,        writeRealMarkers,
-                                    writeFixMarkers, writeDoubleMarkers, writeArtificialMarkers};
+    using WriteSection = void (LqProblemDefData::*)(std::ostream&) const;
+    const WriteSection writers[] = {
+        &LqProblemDefData::writeSysVars,       &LqProblemDefData::writeBodies,
+        &LqProblemDefData::writeRealMarkers,   &LqProblemDefData::writeFixMarkers,
+        &LqProblemDefData::writeDoubleMarkers, &LqProblemDefData::writeArtificialMarkers};
     std::string sections;
     for (const WriteSection write : writers) {
         std::ostringstream output;
@@ -160,7 +161,7 @@ TEST(ProblemDefWriter, EachSectionPutsTheFormatOfTheStreamBack) {
         output.precision(2);
         output.width(9);
         const std::ios_base::fmtflags flags = output.flags();
-        write(data, output);
+        (data.*write)(output);
         EXPECT_EQ(output.flags(), flags);
         EXPECT_EQ(output.precision(), 2);
         EXPECT_EQ(output.width(), 9);
@@ -174,10 +175,10 @@ TEST(ProblemDefWriter, PassesOverNullSlots) {
     data.addBody("Hips", "ReferenceSystemZero", 1);
     data.addRealMarker(LqPDDRealMarker(1, 2, 0.5F, "Hips"));
     std::ostringstream before;
-    writeProblemDefStream(data, before);
+    data.writeProblemDefStream(before);
     appendNullSlots(data);
     std::ostringstream after;
-    writeProblemDefStream(data, after);
+    data.writeProblemDefStream(after);
     EXPECT_EQ(after.str(), before.str());
 }
 
@@ -189,9 +190,9 @@ TEST(ProblemDefWriter, WritesAFileThatReadsBack) {
     addSysVar(data, 1, "Hips X");
     data.addBody("ABCDEFGHIJKLMNOPQRST", "ReferenceSystemZero", 1).setMapping(0, 1);
     data.addBody("ABCDEFGHIJKLMNOPQRSTU", "ABCDEFGHIJKLMNOPQRST", 2);
-    EXPECT_TRUE(writeProblemDefFile(data, path.c_str()));
+    EXPECT_TRUE(data.writeProblemDefFile(path.c_str()));
     LqProblemDefData readBack;
-    EXPECT_TRUE(readProblemDefFile(readBack, path.c_str(), false));
+    EXPECT_TRUE(readBack.readProblemDefFile(path.c_str(), false));
     EXPECT_EQ(takeChain(), StatusChain{});
     EXPECT_TRUE(equals(readBack, data));
 }
@@ -202,9 +203,9 @@ TEST(ProblemDefWriter, CutsWeightsToThreeDecimalsAndMappingsToSix) {
     data.addBody("Hips", "ReferenceSystemZero", 1).setMapping(0, constantMapping(0.12345678F));
     addFixMarker(data, LqPDDFixMarker(1, 0.12345678F, "Hips"));
     std::stringstream stream;
-    writeProblemDefStream(data, stream);
+    data.writeProblemDefStream(stream);
     LqProblemDefData readBack;
-    EXPECT_TRUE(readProblemDefStream(readBack, stream, false));
+    EXPECT_TRUE(readBack.readProblemDefStream(stream, false));
     EXPECT_EQ(readBack.bodies[0]->mappings[0].constant, 0.123457F);
     EXPECT_EQ(readBack.fixMarkers[0]->weight, 0.123F);
 }
@@ -216,9 +217,9 @@ TEST(ProblemDefWriter, ABodyOfBothTypesCannotBeReadBack) {
     data.sysVars[2]->id = 3;
     data.bodies[0]->setMapping(2, 0);
     std::stringstream stream;
-    writeProblemDefStream(data, stream);
+    data.writeProblemDefStream(stream);
     LqProblemDefData readBack;
-    EXPECT_FALSE(readProblemDefStream(readBack, stream, false));
+    EXPECT_FALSE(readBack.readProblemDefStream(stream, false));
     // The line of the count of real markers and the row of the first one are taken for the type lines, the id
     // of the second one for the count, and the count line of the fix markers for a row.
     EXPECT_EQ(takeChain(), StatusChain{error("Unable to read Real marker ID, prediction type and weight.")});
@@ -228,7 +229,7 @@ TEST(ProblemDefWriter, ReportsAPathThatCannotBeWritten) {
     const CleanStatus clean;
     const support::ScratchDirectory scratch;
     const std::string path = scratch.path().string();
-    EXPECT_FALSE(writeProblemDefFile(LqProblemDefData(), path.c_str()));
+    EXPECT_FALSE(LqProblemDefData().writeProblemDefFile(path.c_str()));
     EXPECT_EQ(takeChain(),
               (StatusChain{error("File \"" + path + "\" is unwritable."), error("File is a directory.")}));
 }
@@ -239,7 +240,7 @@ TEST(ProblemDefWriter, ReportsAFileThatCannotBeCreated) {
     const std::string path = scratch / "sample.prb";
     {
         const NoFreeDescriptors none;
-        EXPECT_FALSE(writeProblemDefFile(LqProblemDefData(), path.c_str()));
+        EXPECT_FALSE(LqProblemDefData().writeProblemDefFile(path.c_str()));
     }
     EXPECT_EQ(takeChain(), StatusChain{error("Couldn't create file \"" + path + "\".")});
 }
@@ -253,12 +254,12 @@ TEST(ProblemDefWriter, AFileDoesNotFollowTheGlobalLocale) {
     data.bodies[0]->setMapping(2, constantMapping(1234.5F));
     data.bodies[2]->type = 1;
     std::ostringstream expected;
-    writeProblemDefStream(data, expected);
+    data.writeProblemDefStream(expected);
     LqProblemDefData readBack;
     {
         const CommaLocale comma;
-        EXPECT_TRUE(writeProblemDefFile(data, path.c_str()));
-        EXPECT_TRUE(readProblemDefFile(readBack, path.c_str(), false));
+        EXPECT_TRUE(data.writeProblemDefFile(path.c_str()));
+        EXPECT_TRUE(readBack.readProblemDefFile(path.c_str(), false));
     }
     EXPECT_EQ(takeChain(), StatusChain{});
     EXPECT_EQ(support::readBytes(path), expected.str());

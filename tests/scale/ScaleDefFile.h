@@ -2,7 +2,6 @@
 
 #include "quillon/problem/LqProblemDefData.h"
 #include "quillon/scale/LqScaleDefData.h"
-#include "quillon/scale/ScaleDefReader.h"
 #include "tests/support/StatusChain.h"
 
 #include <gtest/gtest.h>
@@ -47,7 +46,7 @@ protected:
     /// Reads the items of a file.
     bool readItems(const std::string& items, Reading reading = Reading::Strict) {
         std::istringstream input(items);
-        return readScaleDefBody(definition, input, problemDef, reading == Reading::Lenient);
+        return definition.readBody(input, problemDef, reading == Reading::Lenient);
     }
 
     /// Reads the items into a new definition, and returns the chain.

@@ -42,7 +42,7 @@ protected:
 
 TEST_F(ScaleDefLosses, ADefinitionWithoutLimitOverridesIsRefused) {
     std::istringstream input(written());
-    EXPECT_FALSE(readScaleDefStream(back, input, problemDef, true));
+    EXPECT_FALSE(back.read(input, problemDef, true));
     EXPECT_THAT(test::takeChain(), ElementsAre(error("No LIMIT_ADJUSTMENTS' section.")));
 }
 

@@ -1,4 +1,4 @@
-#include "quillon/scale/ScaleDefReader.h"
+#include "quillon/scale/LqScaleDefData.h"
 
 #include "tests/scale/ScaleDefFile.h"
 #include "tests/scale/ScaleSamples.h"
@@ -38,7 +38,7 @@ protected:
 
     StatusChain chainOfFile(const std::string& text) {
         writeBytes(path(), text);
-        const bool whole = readScaleDefFile(definition, path().c_str(), problemDef, false);
+        const bool whole = definition.readFile(path().c_str(), problemDef, false);
         EXPECT_EQ(whole, !errorStands());
         return takeChain();
     }
@@ -167,22 +167,22 @@ TEST_F(ScaleDefReader, ReportsABadHeader) {
         EXPECT_EQ(chainOfFile(text),
                   (StatusChain{error("Unable to read \"" + path() + "\"."),
                                error("File does not contain a scale definition."), error(cause)}));
-        EXPECT_FALSE(isScaleDefFile(path().c_str()));
+        EXPECT_FALSE(LqScaleDefData::isScaleDefFile(path().c_str()));
         EXPECT_THAT(takeChain(), ElementsAre(error(cause)));
     }
 }
 
 TEST_F(ScaleDefReader, LooksAtTheHeaderAlone) {
     writeBytes(path(), "Kym Scale Definition File\nv1.75\nhello\n");
-    EXPECT_TRUE(isScaleDefFile(path().c_str()));
+    EXPECT_TRUE(LqScaleDefData::isScaleDefFile(path().c_str()));
     EXPECT_THAT(takeChain(), IsEmpty());
 }
 
 TEST_F(ScaleDefReader, ReportsAFileThatIsNotThere) {
     const StatusChain noAccess = {error("Unable to open \"" + path() + "\"."), error("File does not exist.")};
-    EXPECT_FALSE(readScaleDefFile(definition, path().c_str(), problemDef, false));
+    EXPECT_FALSE(definition.readFile(path().c_str(), problemDef, false));
     EXPECT_EQ(takeChain(), noAccess);
-    EXPECT_FALSE(isScaleDefFile(path().c_str()));
+    EXPECT_FALSE(LqScaleDefData::isScaleDefFile(path().c_str()));
     EXPECT_EQ(takeChain(), StatusChain{error("Unable to open \"" + path() + "\".")} + noAccess);
 }
 
@@ -195,8 +195,8 @@ TEST_F(ScaleDefReader, ReportsAFileThatDoesNotOpenAlthoughItMayBeRead) {
     const LqProblemDefData& problem = problemDef;
     {
         const test::NoFreeDescriptors none;
-        EXPECT_FALSE(readScaleDefFile(target, name, problem, false));
-        EXPECT_FALSE(isScaleDefFile(name));
+        EXPECT_FALSE(target.readFile(name, problem, false));
+        EXPECT_FALSE(LqScaleDefData::isScaleDefFile(name));
     }
     EXPECT_EQ(takeChain(), (StatusChain{error("Couldn't open \"" + path() + "\"."),
                                         error("Couldn't open \"" + path() + "\".")}));
@@ -383,12 +383,12 @@ TEST_F(ScaleDefReader, TakesCommentsWithinValues) {
 TEST_F(ScaleDefReader, FreesThePosesOnceTheHeaderIsGood) {
     test::addPose(definition, "standing");
     std::istringstream otherFile("Kym Model File\nv1.00\n");
-    EXPECT_FALSE(readScaleDefStream(definition, otherFile, problemDef, false));
+    EXPECT_FALSE(definition.read(otherFile, problemDef, false));
     EXPECT_THAT(takeChain(), ElementsAre(error("File does not contain a scale definition."),
                                          error("Invalid datafile header id.")));
     EXPECT_TRUE(definition.hasPose("standing"));
     std::istringstream noLimits(header);
-    EXPECT_FALSE(readScaleDefStream(definition, noLimits, problemDef, false));
+    EXPECT_FALSE(definition.read(noLimits, problemDef, false));
     EXPECT_THAT(takeChain(), ElementsAre(error("Missing LIMIT_ADJUSTMENTS section.")));
     EXPECT_EQ(definition.poses.count(), 0);
 }

@@ -1,8 +1,6 @@
 #include "quillon/problem/LqProblemDefData.h"
 #include "quillon/scale/LqScaleDefData.h"
 #include "quillon/scale/ScaleArrays.h"
-#include "quillon/scale/ScaleDefReader.h"
-#include "quillon/scale/ScaleDefWriter.h"
 #include "tests/support/RandomScaleDef.h"
 #include "tests/support/RoundTrip.h"
 
@@ -18,13 +16,8 @@ bool sameInAll(const LqScaleDefData& left, const LqScaleDefData& right) {
 
 void expectScaleDefRoundTrip(const LqScaleDefData& definition, const LqProblemDefData& problemDef) {
     expectRoundTrip(
-        definition,
-        [&](std::ostream& output, const LqScaleDefData& each) {
-            writeScaleDefStream(each, output, problemDef);
-        },
-        [&](std::istream& input, LqScaleDefData& target) {
-            readScaleDefStream(target, input, problemDef, false);
-        },
+        definition, [&](std::ostream& output, const LqScaleDefData& each) { each.write(output, problemDef); },
+        [&](std::istream& input, LqScaleDefData& target) { target.read(input, problemDef, false); },
         sameInAll);
 }
 

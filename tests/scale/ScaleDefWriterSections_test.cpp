@@ -273,7 +273,7 @@ TEST_F(ScaleDefWriterSections, WritesManyRecordsWithoutAScanForEach) {
         variables += "  " + name + " 0 1\n";
     }
     std::ostringstream output;
-    writeScaleDefStream(definition, output, crowd);
+    definition.write(output, crowd);
     EXPECT_TRUE(output.str() == (test::WrittenText{.limits = limits, .variables = variables}.all()));
 }
 

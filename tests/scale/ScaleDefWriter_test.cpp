@@ -1,4 +1,4 @@
-#include "quillon/scale/ScaleDefWriter.h"
+#include "quillon/scale/LqScaleDefData.h"
 
 #include "tests/files/FileTestSupport.h"
 #include "tests/scale/WrittenScaleDef.h"
@@ -243,7 +243,7 @@ TEST_F(ScaleDefWriter, WhatItWritesReadsBack) {
 TEST_F(ScaleDefWriter, WritesAFile) {
     definition = definitionOfEverything();
     const std::string path = scratch / "x.scale";
-    EXPECT_TRUE(writeScaleDefFile(definition, path.c_str(), problemDef));
+    EXPECT_TRUE(definition.writeFile(path.c_str(), problemDef));
     EXPECT_EQ(support::readBytes(path), fileOfEverything);
     EXPECT_THAT(takeChain(), IsEmpty());
 }
@@ -251,7 +251,7 @@ TEST_F(ScaleDefWriter, WritesAFile) {
 TEST_F(ScaleDefWriter, AFileTakesThePlaceOfALongerOne) {
     const std::string path = scratch / "x.scale";
     support::writeBytes(path, std::string(100000, 'x'));
-    EXPECT_TRUE(writeScaleDefFile(definition, path.c_str(), problemDef));
+    EXPECT_TRUE(definition.writeFile(path.c_str(), problemDef));
     EXPECT_EQ(support::readBytes(path), test::WrittenText().all());
 }
 
@@ -263,7 +263,7 @@ TEST_F(ScaleDefWriter, AFileDoesNotFollowTheGlobalLocale) {
     const std::string path = scratch / "x.scale";
     {
         const test::CommaLocale comma;
-        EXPECT_TRUE(writeScaleDefFile(definition, path.c_str(), problemDef));
+        EXPECT_TRUE(definition.writeFile(path.c_str(), problemDef));
     }
     EXPECT_EQ(support::readBytes(path), text);
 }
@@ -275,7 +275,7 @@ TEST_F(ScaleDefWriter, WritesTheSameWhateverFormatTheStreamHas) {
     std::ostringstream output;
     output << std::hex << std::scientific << std::internal << std::showpos << std::uppercase
            << std::setprecision(11) << std::setfill('*') << std::setw(40);
-    writeScaleDefStream(definition, output, problemDef);
+    definition.write(output, problemDef);
     EXPECT_EQ(output.str(), fileOfEverything);
 }
 
@@ -291,9 +291,9 @@ TEST_F(ScaleDefWriter, PutsTheFormatOfTheStreamBack) {
         EXPECT_EQ(output.width(), 40);
         EXPECT_EQ(output.fill(), '*');
     };
-    writeScaleDefHeader(output);
+    LqScaleDefData::writeHeader(output);
     expectItBack();
-    writeScaleDefBody(definition, output, problemDef);
+    definition.writeBody(output, problemDef);
     expectItBack();
 }
 
@@ -302,18 +302,18 @@ TEST_F(ScaleDefWriter, PutsTheFormatOfTheStreamBack) {
 TEST_F(ScaleDefWriter, ReportsAHeaderThatCannotBeWrittenAndWritesNothingBehindIt) {
     test::LimitedBuffer noRoom(0);
     std::ostream output(&noRoom);
-    writeScaleDefStream(definition, output, problemDef);
+    definition.write(output, problemDef);
     EXPECT_THAT(takeChain(), ElementsAre(error("Unable to write data file id.")));
     test::LimitedBuffer roomForTheId(26);
     std::ostream cutOutput(&roomForTheId);
-    writeScaleDefStream(definition, cutOutput, problemDef);
+    definition.write(cutOutput, problemDef);
     EXPECT_THAT(takeChain(), ElementsAre(error("Unable to write data file version.")));
 }
 
 TEST_F(ScaleDefWriter, SaysNothingOfABodyThatCannotBeWritten) {
     test::LimitedBuffer roomForTheHeader(static_cast<int>(header.size()));
     std::ostream output(&roomForTheHeader);
-    writeScaleDefStream(definition, output, problemDef);
+    definition.write(output, problemDef);
     EXPECT_FALSE(output.good());
     EXPECT_THAT(takeChain(), IsEmpty());
 }
@@ -321,20 +321,20 @@ TEST_F(ScaleDefWriter, SaysNothingOfABodyThatCannotBeWritten) {
 TEST_F(ScaleDefWriter, WritesTheHeaderAloneBehindAnOlderError) {
     const std::string path = scratch / "x.scale";
     pushErrorf("Older.");
-    EXPECT_FALSE(writeScaleDefFile(definition, path.c_str(), problemDef));
+    EXPECT_FALSE(definition.writeFile(path.c_str(), problemDef));
     EXPECT_THAT(takeChain(), ElementsAre(error("Unable to write \"" + path + "\"."), error("Older.")));
     EXPECT_EQ(support::readBytes(path), header);
 }
 
 TEST_F(ScaleDefWriter, ReportsADiskThatIsFullAtTheHeader) {
-    EXPECT_FALSE(writeScaleDefFile(definition, "/dev/full", problemDef));
+    EXPECT_FALSE(definition.writeFile("/dev/full", problemDef));
     EXPECT_THAT(takeChain(),
                 ElementsAre(error("Unable to write \"/dev/full\"."), error("Unable to write data file id.")));
 }
 
 TEST_F(ScaleDefWriter, LeavesTheAccessChecksOwnReport) {
     const std::string directory = scratch.path().string();
-    EXPECT_FALSE(writeScaleDefFile(definition, directory.c_str(), problemDef));
+    EXPECT_FALSE(definition.writeFile(directory.c_str(), problemDef));
     EXPECT_THAT(takeChain(), ElementsAre(error("File \"" + directory + "\" is unwritable."),
                                          error("File is a directory.")));
 }
@@ -345,7 +345,7 @@ TEST_F(ScaleDefWriter, DoesNotTouchAFileThatItMayNotWrite) {
     chmod(scratch.path().c_str(), 0755);
     chmod(path.c_str(), 0444);
     const support::ChildResult result = test::runAsNobody([&] {
-        writeScaleDefFile(definition, path.c_str(), problemDef);
+        definition.writeFile(path.c_str(), problemDef);
         test::printChain();
     });
     EXPECT_EQ(result.out,
@@ -364,7 +364,7 @@ TEST_F(ScaleDefWriter, ReportsAFileThatCannotBeCreated) {
     const LqProblemDefData& problem = problemDef;
     {
         const test::NoFreeDescriptors none;
-        EXPECT_FALSE(writeScaleDefFile(source, name, problem));
+        EXPECT_FALSE(source.writeFile(name, problem));
     }
     EXPECT_THAT(takeChain(), ElementsAre(error("Couldn't create \"" + path + "\".")));
 }

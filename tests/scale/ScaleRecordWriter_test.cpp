@@ -16,12 +16,12 @@ using test::scaleForm;
 class ScaleRecordWriter : public test::ScaleSections {
 protected:
     std::string written(const scaleDef::ScaleMapping& mapping) const {
-        return test::writtenBy([&](std::ostream& output) { writeScaleMapping(definition, output, mapping); });
+        return test::writtenBy([&](std::ostream& output) { definition.writeScaleMapping(output, mapping); });
     }
 
     std::string written(const scaleDef::PositionConst_t& record, int indentLevel) const {
         return test::writtenBy(
-            [&](std::ostream& output) { writePositionConstraint(definition, output, record, indentLevel); });
+            [&](std::ostream& output) { definition.writePositionConstraint(output, record, indentLevel); });
     }
 };
 
@@ -141,15 +141,17 @@ TEST_F(ScaleRecordWriter, WritesTheBaseRotationAsAnglesOfXYAndZ) {
 TEST_F(ScaleRecordWriter, WritesGuidesBehindAnyIndentation) {
     LmDArray<scaleDef::SysVarGuideOverride> records;
     records.append({4, 1.5F, 1e-5F});
-    EXPECT_EQ(test::writtenBy(
-                  [&](std::ostream& output) { writeGuideOverrides(output, records, problemDef, "\t "); }),
+    EXPECT_EQ(test::writtenBy([&](std::ostream& output) {
+                  LqScaleDefData::writeGuideOverrides(output, records, problemDef, "\t ");
+              }),
               "\t SYS_VAR_GUIDE_OVERRIDE {\n"
               "\t   SYS_VAR: \"knee_x\"\n"
               "\t   VALUE: 1.5\n"
               "\t   WEIGHT: 1e-05\n"
               "\t }\n");
     EXPECT_EQ(test::writtenBy([&](std::ostream& output) {
-                  writeGuideOverrides(output, LmDArray<scaleDef::SysVarGuideOverride>(), problemDef, "  ");
+                  LqScaleDefData::writeGuideOverrides(output, LmDArray<scaleDef::SysVarGuideOverride>(),
+                                                      problemDef, "  ");
               }),
               "");
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "quillon/scale/ScaleDefWriter.h"
+#include "quillon/scale/LqScaleDefData.h"
 #include "tests/scale/ScaleDefFile.h"
 #include "tests/scale/ScaleSamples.h"
 #include "tests/support/RoundTrip.h"
@@ -38,7 +38,7 @@ struct WrittenText {
 class WrittenScaleDef : public ScaleDefFile {
 protected:
     std::string written() const {
-        return writtenBy([&](std::ostream& output) { writeScaleDefStream(definition, output, problemDef); });
+        return writtenBy([&](std::ostream& output) { definition.write(output, problemDef); });
     }
 
     /// Writes the definition, with a row of limits when it has none, and reads it into a new one.
@@ -47,7 +47,7 @@ protected:
             definition.limitOverrides.append(limit(3));
         }
         std::istringstream input(written());
-        readScaleDefStream(back, input, problemDef, false);
+        back.read(input, problemDef, false);
         return takeChain();
     }
 };

@@ -2,11 +2,9 @@
 
 #include "quillon/limits/LimitsReader.h"
 #include "quillon/limits/LimitsWriter.h"
-#include "quillon/model/ModelReader.h"
-#include "quillon/model/ModelWriter.h"
-#include "quillon/problem/ProblemDefReader.h"
-#include "quillon/problem/ProblemDefWriter.h"
-#include "quillon/scale/ScaleDefReader.h"
+#include "quillon/model/LqBodyDefData.h"
+#include "quillon/problem/LqProblemDefData.h"
+#include "quillon/scale/LqScaleDefData.h"
 #include "quillon/tool/Info.h"
 #include "quillon/tool/LqProblemBundle.h"
 #include "quillon/tool/ProblemReport.h"
@@ -32,13 +30,13 @@ std::string textOfFile(const std::string& name) {
 class CrowdExample : public testing::Test {
 protected:
     static void read(LqProblemDefData& definition, const std::string& name, bool withIncludes) {
-        EXPECT_TRUE(readProblemDefFile(definition, (folder + "/" + name).c_str(), withIncludes));
+        EXPECT_TRUE(definition.readProblemDefFile((folder + "/" + name).c_str(), withIncludes));
         EXPECT_EQ(test::takeChain(), test::StatusChain{});
     }
 
     static void read(LqBodyDefData& model, const std::string& name, const LqProblemDefData& definition,
                      bool withIncludes) {
-        EXPECT_TRUE(readModelFile(model, (folder + "/" + name).c_str(), definition, withIncludes));
+        EXPECT_TRUE(model.readModelFile((folder + "/" + name).c_str(), definition, withIncludes));
         EXPECT_EQ(test::takeChain(), test::StatusChain{});
     }
 
@@ -49,13 +47,13 @@ protected:
 
     static std::string written(const LqProblemDefData& definition) {
         std::ostringstream output;
-        writeProblemDefStream(definition, output);
+        definition.writeProblemDefStream(output);
         return output.str();
     }
 
     static std::string written(const LqBodyDefData& model, const LqProblemDefData& definition) {
         std::ostringstream output;
-        writeModelStream(model, output, definition);
+        model.writeModelStream(output, definition);
         return output.str();
     }
 
@@ -117,7 +115,7 @@ TEST_F(CrowdExample, ReportsTheMergedFamilyAsTheFlatOne) {
     read(merged.problemDef, "crowd.probdef", true);
     read(merged.model, "crowd.model", merged.problemDef, true);
     read(merged.limits, "crowd.limits", true);
-    readScaleDefFile(merged.scaleDef, (folder + "/crowd.scaledef").c_str(), merged.problemDef, false);
+    merged.scaleDef.readFile((folder + "/crowd.scaledef").c_str(), merged.problemDef, false);
     EXPECT_EQ(test::takeChain(), test::StatusChain{});
     std::ostringstream report;
     std::ostringstream remarks;

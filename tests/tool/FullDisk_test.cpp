@@ -4,10 +4,8 @@
 #include "quillon/files/LmOFStream.h"
 #include "quillon/limits/LimitsReader.h"
 #include "quillon/limits/LimitsWriter.h"
-#include "quillon/model/ModelReader.h"
-#include "quillon/model/ModelWriter.h"
-#include "quillon/problem/ProblemDefReader.h"
-#include "quillon/problem/ProblemDefWriter.h"
+#include "quillon/model/LqBodyDefData.h"
+#include "quillon/problem/LqProblemDefData.h"
 #include "quillon/tool/LqProblemBundle.h"
 #include "quillon/tool/LqProblemSpec.h"
 #include "quillon/tool/ProblemSpecReader.h"
@@ -46,8 +44,8 @@ protected:
         const std::string stem =
             (std::filesystem::path(QUILLON_SOURCE_DIR) / "examples/walker/walker.").string();
         readProblemSpec(spec, (stem + "zvx").c_str(), currentStatus());
-        readProblemDefFile(bundle.problemDef, (stem + "probdef").c_str(), false);
-        readModelFile(bundle.model, (stem + "model").c_str(), bundle.problemDef, false);
+        bundle.problemDef.readProblemDefFile((stem + "probdef").c_str(), false);
+        bundle.model.readModelFile((stem + "model").c_str(), bundle.problemDef, false);
         readLimitsFile(bundle.limits, (stem + "limits").c_str(), false);
         spec.model = "a";
         ASSERT_EQ(test::chainOf(), StatusChain{});
@@ -60,12 +58,12 @@ protected:
              [this](std::ostream& output) { writeProblemSpecStream(spec, output); },
              {}},
             {"problem definition",
-             [this](const LmStr& path) { writeProblemDefFile(bundle.problemDef, path); },
-             [this](std::ostream& output) { writeProblemDefStream(bundle.problemDef, output); },
+             [this](const LmStr& path) { bundle.problemDef.writeProblemDefFile(path); },
+             [this](std::ostream& output) { bundle.problemDef.writeProblemDefStream(output); },
              {}},
             {"model",
-             [this](const LmStr& path) { writeModelFile(bundle.model, path, bundle.problemDef); },
-             [this](std::ostream& output) { writeModelStream(bundle.model, output, bundle.problemDef); },
+             [this](const LmStr& path) { bundle.model.writeModelFile(path, bundle.problemDef); },
+             [this](std::ostream& output) { bundle.model.writeModelStream(output, bundle.problemDef); },
              {}},
             {"limits",
              [this](const LmStr& path) { writeLimitsFile(bundle.limits, path); },
@@ -108,8 +106,8 @@ TEST_F(FullDisk, PassesTheWritersOfFilesInSilence) {
 }
 
 TEST_F(FullDisk, MakesTheWriterOfAProblemDefinitionAnswerNo) {
-    EXPECT_FALSE(writeProblemDefFile(bundle.problemDef, "/dev/full"));
-    EXPECT_TRUE(writeProblemDefFile(bundle.problemDef, (scratch / "a").c_str()));
+    EXPECT_FALSE(bundle.problemDef.writeProblemDefFile("/dev/full"));
+    EXPECT_TRUE(bundle.problemDef.writeProblemDefFile((scratch / "a").c_str()));
     EXPECT_EQ(test::takeChain(), StatusChain{});
 }
 
