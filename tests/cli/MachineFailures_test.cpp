@@ -29,6 +29,13 @@ using support::ChildOptions;
 using support::ChildResult;
 using support::ScratchDirectory;
 using support::writeBytes;
+
+/// Whether the program was built to count the lines that it runs.
+#ifdef QUILLON_COVERAGE
+constexpr bool countsLines = true;
+#else
+constexpr bool countsLines = false;
+#endif
 using test::runAsNobody;
 
 constexpr const char* allRead =
@@ -228,6 +235,9 @@ std::vector<FamilyFile> familyFiles() {
 }
 
 TEST_F(MachineFailures, FileWithoutPermissionIsNamedWithTheCause) {
+    if (countsLines) {
+        GTEST_SKIP() << "as another user the program may not write its counts, and says so";
+    }
     for (const FamilyFile& file : familyFiles()) {
         SCOPED_TRACE(file.name);
         fs::permissions(scratch / file.name, fs::perms::none);
@@ -364,6 +374,9 @@ std::string messagesWithoutPipe(const std::string& process, const std::string& c
 }
 
 TEST_F(MachineFailures, TemporaryDirectoryThatCannotBeWrittenIsNamedWithTheCause) {
+    if (countsLines) {
+        GTEST_SKIP() << "as another user the program may not write its counts, and says so";
+    }
     if (geteuid() != 0) {
         GTEST_SKIP() << "only the superuser can put another directory in the place of /var/tmp";
     }
