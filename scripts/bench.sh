@@ -9,7 +9,7 @@ bench_dir=$build_dir/bench
 
 need "${build_packages[@]}"
 if [ ! -e "$build_dir/build.ninja" ]; then
-    configure release QUILLON_BUILD_TESTS=OFF QUILLON_BUILD_BENCH=ON
+    configure release QUILLON_BUILD_TESTS=OFF QUILLON_BUILD_EXAMPLES=OFF QUILLON_BUILD_BENCH=ON
 else
     configure release QUILLON_BUILD_BENCH=ON
 fi

@@ -10,7 +10,7 @@ build_dir=$source_dir/build/release
 
 need "${build_packages[@]}"
 if [ ! -e "$build_dir/build.ninja" ]; then
-    configure release QUILLON_BUILD_TESTS=OFF QUILLON_BUILD_BENCH=ON
+    configure release QUILLON_BUILD_TESTS=OFF QUILLON_BUILD_EXAMPLES=OFF QUILLON_BUILD_BENCH=ON
 else
     configure release QUILLON_BUILD_BENCH=ON
 fi

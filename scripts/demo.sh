@@ -13,7 +13,7 @@ if [ ! -e "$tool" ]; then
     say "Building the program ..."
 fi
 if [ ! -e "$source_dir/build/release/build.ninja" ]; then
-    configure release QUILLON_BUILD_TESTS=OFF QUILLON_BUILD_BENCH=OFF
+    configure release QUILLON_BUILD_TESTS=OFF QUILLON_BUILD_BENCH=OFF QUILLON_BUILD_EXAMPLES=OFF
 fi
 build release quillon_tool
 

@@ -26,7 +26,7 @@ build_all() {
         LDFLAGS="$(dpkg-buildflags --get LDFLAGS)" \
         cmake -S "$source_dir" -B "$build_dir" -G Ninja -DCMAKE_BUILD_TYPE=Release \
         -DCMAKE_CXX_FLAGS_RELEASE=-DNDEBUG -DCMAKE_INSTALL_PREFIX=/usr -DCMAKE_INSTALL_LIBDIR="$library_dir" \
-        -DQUILLON_BUILD_TESTS=OFF -DQUILLON_BUILD_BENCH=OFF -DQUILLON_STATIC_TOOL=OFF
+        -DQUILLON_BUILD_TESTS=OFF -DQUILLON_BUILD_BENCH=OFF -DQUILLON_BUILD_EXAMPLES=OFF -DQUILLON_STATIC_TOOL=OFF
     quietly cmake --build "$build_dir"
     rm -rf "$staged"
     quietly env DESTDIR="$staged/all" cmake --install "$build_dir"

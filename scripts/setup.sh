@@ -15,6 +15,7 @@ test_packages=(
     libgtest-dev:/usr/include/gtest/gtest.h
     libgmock-dev:/usr/include/gmock/gmock.h
     libbenchmark-dev:/usr/include/benchmark/benchmark.h
+    nlohmann-json3-dev:/usr/include/nlohmann/json.hpp
     gzip:gzip
     ncompress:compress
     pkg-config:pkg-config

@@ -7,7 +7,7 @@ need "${build_packages[@]}" "${test_packages[@]}"
 if [ ! -e "$source_dir/build/release/tests/CTestTestfile.cmake" ]; then
     say "Building the program and its tests ..."
 fi
-configure release QUILLON_BUILD_TESTS=ON QUILLON_BUILD_BENCH=ON
+configure release QUILLON_BUILD_TESTS=ON QUILLON_BUILD_BENCH=ON QUILLON_BUILD_EXAMPLES=ON
 build release
 
 cd "$source_dir"
