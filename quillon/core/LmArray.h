@@ -85,8 +85,11 @@ protected:
     }
 
     void destroyElements() {
-        for (T& element : *this) {
-            element.~T();
+        // Without a destructor no slot is walked: a count far above what a file holds ends as fast as it began.
+        if constexpr (!std::is_trivially_destructible_v<T>) {
+            for (T& element : *this) {
+                element.~T();
+            }
         }
     }
 
