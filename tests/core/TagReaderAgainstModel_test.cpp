@@ -2,7 +2,7 @@
 
 #include "quillon/core/LmSStream.h"
 #include "tests/core/PiecewiseBuf.h"
-#include "tests/core/StrForms.h"
+#include "tests/core/TagReading.h"
 #include "tests/support/StatusChain.h"
 
 #include <gtest/gtest.h>
@@ -22,29 +22,16 @@ namespace quillon {
 namespace {
 
 using test::error;
+using test::isLast;
 using test::PiecewiseBuf;
+using test::readOne;
 using test::StatusChain;
 using test::takeChain;
-using test::textOf;
+using test::takeOne;
+using Item = test::TagReading;
 
 constexpr unsigned seed = 92;
 constexpr int texts = 15000;
-
-/// What one reading gave.
-struct Item {
-    bool result = true;
-    std::optional<std::string> tag = std::nullopt;
-    std::optional<std::string> value = std::nullopt;
-    bool simple = false;
-    StatusChain chain = {};
-
-    friend bool operator==(const Item&, const Item&) = default;
-    friend std::ostream& operator<<(std::ostream& output, const Item& item) {
-        return output << (item.result ? "true" : "false") << ", tag " << testing::PrintToString(item.tag)
-                      << ", value " << testing::PrintToString(item.value)
-                      << (item.simple ? ", simple, " : ", block, ") << testing::PrintToString(item.chain);
-    }
-};
 
 bool isBlank(char c) {
     return c == ' ' || c == '\t';
@@ -329,26 +316,6 @@ private:
     }
 };
 
-Item readOne(std::istream& input) {
-    Item item;
-    LmStr tag;
-    LmStr value;
-    int isSimple = 0;
-    LmStatus status;
-    item.result = readTag(input, tag, value, &isSimple, status);
-    item.chain = takeChain(status);
-    if (item.result && !tag.isNull()) {
-        item.tag = textOf(tag);
-        item.value = textOf(value);
-        item.simple = isSimple == 1;
-    }
-    return item;
-}
-
-bool isLast(const Item& item) {
-    return !item.result || !item.tag;
-}
-
 /// Whether the reading ended at an error, or at the line of a brace without a block.
 bool isStray(const Item& item) {
     return !item.result || (item.tag && item.tag->starts_with('}'));
@@ -378,20 +345,6 @@ bool holdTheSameItems(std::istream& a, std::istream& b, int depth = 0) {
             }
         }
     }
-}
-
-Item takeOne(TaggedItems& items, LmStatus& status) {
-    Item item;
-    const bool found = items.next();
-    item.result = !items.failed();
-    item.chain = takeChain(status);
-    if (found) {
-        item.tag = textOf(items.tag());
-        item.value = textOf(items.value());
-        item.simple = items.isSimple();
-        EXPECT_EQ(items.valueText(), *item.value);
-    }
-    return item;
 }
 
 bool readsLikeTheModel(const std::string& text, std::size_t areaSize) {
