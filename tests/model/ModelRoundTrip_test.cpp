@@ -42,7 +42,8 @@ TEST(ModelRoundTrip, GeneratedModelsComeBack) {
             body->type = random.between(-4, 3);
         }
         LqBodyDefData model;
-        fillRandomly(model, random, definition, {.isConsistent = isConsistent, .mostMarkers = 3});
+        fillRandomly(model, random, definition,
+                     {.isConsistent = isConsistent, .hasIncludes = true, .mostMarkers = 3});
         expectModelRoundTrip(model, definition);
     });
 }

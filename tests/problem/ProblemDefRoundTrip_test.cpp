@@ -23,7 +23,7 @@ TEST(ProblemDefRoundTrip, GeneratedDefinitionsComeBack) {
     const CleanStatus clean;
     forGenerated(10000, [](RandomSource& random) {
         LqProblemDefData data;
-        fillRandomly(data, random, {.isConsistent = random.oneIn(3), .mostMarkers = 3});
+        fillRandomly(data, random, {.isConsistent = random.oneIn(3), .hasIncludes = true, .mostMarkers = 3});
         expectDefinitionRoundTrip(data);
     });
 }
