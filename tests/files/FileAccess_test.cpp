@@ -20,9 +20,6 @@ using test::error;
 using test::runAsNobody;
 using test::StatusChain;
 
-/// Why a test needs the superuser: only he can ask as another user than the one who made the files.
-constexpr const char* ownedByAsker = "the files would belong to the user who asks";
-
 /// A directory that other users may enter.
 class OpenScratch : public ScratchDirectory {
 public:
@@ -205,7 +202,7 @@ TEST(CheckFileWritable, ReportsAMissingParent) {
 
 TEST(CheckFileWritable, ReportsMissingRightsToTheFileAndToTheDirectory) {
     if (geteuid() != 0) {
-        GTEST_SKIP() << ownedByAsker;
+        GTEST_SKIP() << test::ownedByAsker;
     }
     const OpenScratch scratch;
     const std::string path = scratch / "a";
@@ -237,7 +234,7 @@ TEST(CheckFileWritable, ReportsMissingRightsToTheFileAndToTheDirectory) {
 
 TEST(CheckFileWritable, LooksForABareNameInTheWorkingDirectory) {
     if (geteuid() != 0) {
-        GTEST_SKIP() << ownedByAsker;
+        GTEST_SKIP() << test::ownedByAsker;
     }
     const OpenScratch scratch;
     const auto result = runAsNobody([&] {
@@ -342,7 +339,7 @@ TEST_F(FileKinds, FileSizeIsZeroForWhatIsNotThere) {
 
 TEST_F(FileKinds, RightsAreThoseOfTheUser) {
     if (geteuid() != 0) {
-        GTEST_SKIP() << ownedByAsker;
+        GTEST_SKIP() << test::ownedByAsker;
     }
     chmod(scratch.path().c_str(), 0755);
     struct {

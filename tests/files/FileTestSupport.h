@@ -18,6 +18,9 @@
 
 namespace quillon::test {
 
+/// Why a test needs the superuser: only he can ask as another user than the one who made the files.
+inline constexpr const char* ownedByAsker = "the files would belong to the user who asks";
+
 /// `support::runFunction` by a user who may not do everything.
 inline support::ChildResult runAsNobody(const std::function<void()>& body) {
     return support::runFunction([&] {

@@ -47,6 +47,7 @@ protected:
         bundle.problemDef.readProblemDefFile((stem + "probdef").c_str(), false);
         bundle.model.readModelFile((stem + "model").c_str(), bundle.problemDef, false);
         readLimitsFile(bundle.limits, (stem + "limits").c_str(), false);
+        bundle.scaleDef.readFile((stem + "scaledef").c_str(), bundle.problemDef, false);
         spec.model = "a";
         ASSERT_EQ(test::chainOf(), StatusChain{});
     }
@@ -69,6 +70,10 @@ protected:
              [this](const LmStr& path) { writeLimitsFile(bundle.limits, path); },
              [this](std::ostream& output) { writeTaggedLimits(bundle.limits, output); },
              {error("Unable to write header info."), error("Unable to write data file id.")}},
+            {"scale definition",
+             [this](const LmStr& path) { bundle.scaleDef.writeFile(path, bundle.problemDef); },
+             [this](std::ostream& output) { bundle.scaleDef.write(output, bundle.problemDef); },
+             {error("Unable to write \"/dev/full\"."), error("Unable to write data file id.")}},
         };
     }
 
@@ -96,7 +101,7 @@ protected:
     LqProblemSpec spec;
 };
 
-// Only the header of the limits is looked after while it is written: there is nobody else to tell.
+// Only the headers of limits and scale definitions are looked after while they are written.
 TEST_F(FullDisk, PassesTheWritersOfFilesInSilence) {
     for (const Writer& writer : writers()) {
         SCOPED_TRACE(writer.name);
