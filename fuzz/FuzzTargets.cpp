@@ -6,6 +6,7 @@
 #include "quillon/core/LmStatus.h"
 
 #include <algorithm>
+#include <ctime>
 
 namespace quillon::fuzz {
 
@@ -39,6 +40,13 @@ bool runWhole(const FuzzTarget& target, std::string_view input) {
     return whole;
 }
 
+/// Processor time of this process so far, in microseconds: what else runs does not count.
+long long processorTime() {
+    timespec time{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+    return time.tv_sec * 1'000'000LL + time.tv_nsec / 1000;
+}
+
 } // namespace
 
 std::span<const FuzzTarget> fuzzTargets() {
@@ -54,9 +62,15 @@ const FuzzTarget* findFuzzTarget(std::string_view name) {
 void runFuzzTarget(const FuzzTarget& target, std::string_view input) {
     constexpr std::size_t bytesPerByte = 64;
     constexpr std::size_t bytesForAll = std::size_t{16} << 20;
+    constexpr long long microsecondsPerByte = 50;
+    constexpr long long microsecondsForAll = 500'000;
     const std::size_t allocatedBefore = allocatedBytes();
+    const long long timeBefore = processorTime();
     const PeakOfResidentMemory peak;
     const bool whole = runWhole(target, input);
+    const long long taken = processorTime() - timeBefore;
+    require(taken <= microsecondsPerByte * static_cast<long long>(input.size()) + microsecondsForAll,
+            "the time grows with the input", std::to_string(taken));
     const std::size_t grown = peak.growth();
     require(grown <= bytesPerByte * input.size() + bytesForAll, "the memory grows with the input",
             std::to_string(grown));
