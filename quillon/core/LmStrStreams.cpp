@@ -35,19 +35,14 @@ std::string takeWord(std::istream& input) {
 } // namespace
 
 void LmStr::readWord(std::istream& input) {
+    if (const std::string_view word = takeWaitingWord(input); !word.empty()) {
+        *this = LmStr(word);
+        return;
+    }
     const std::istream::sentry leadingSpaceSkipped(input);
-    if (!leadingSpaceSkipped || !input.good()) {
-        return;
+    if (leadingSpaceSkipped && input.good()) {
+        *this = LmStr(std::string_view(takeWord(input)));
     }
-    ReadArea area(*input.rdbuf());
-    const char* const end = std::find_if(area.begin(), area.end(), isSpace);
-    const auto count = static_cast<std::size_t>(end - area.begin());
-    if (end != area.end()) {
-        *this = LmStr(std::string_view(area.begin(), count));
-        area.take(count);
-        return;
-    }
-    *this = LmStr(std::string_view(takeWord(input)));
 }
 
 std::istream& operator>>(std::istream& input, LmStr& text) {
@@ -59,14 +54,10 @@ namespace {
 
 /// The whole of a line that waits in the stream's buffer and fits into one chunk, or false.
 bool takeWaitingLine(std::istream& input, LmStr& line) {
-    if (!input.good() || input.tie() != nullptr) {
-        return false;
-    }
-    ReadArea area(*input.rdbuf());
-    const std::optional<WaitingLine> waiting = findWaitingLine({area.begin(), area.end()});
+    const std::optional<WaitingLine> waiting = findWaitingLine(waitingChars(input));
     if (waiting.has_value()) {
         line = LmStr(waiting->text);
-        area.take(waiting->taken);
+        takeWaiting(input, waiting->taken);
     }
     return waiting.has_value();
 }

@@ -2,6 +2,7 @@
 
 #include "quillon/core/CharClass.h"
 
+#include <bit>
 #include <charconv>
 #include <clocale>
 #include <cstddef>
@@ -23,6 +24,41 @@ inline const char* scanDigits(const char* at, const char* end, std::uint64_t& va
         value = value * 10 + static_cast<std::uint64_t>(*at - '0');
     }
     return at;
+}
+
+constexpr std::uint64_t powersOfTenTo8[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000};
+
+/// The value of eight digits, each a byte below 10, the first one lowest: pairs, then fours, then all.
+inline std::uint64_t valueOfEightDigits(std::uint64_t digits) {
+    constexpr std::uint64_t everySecondPair = 0x000000FF000000FF;
+    const std::uint64_t pairs = digits * 10 + (digits >> 8);
+    return ((pairs & everySecondPair) * ((std::uint64_t{1000000} << 32) + 100) +
+            ((pairs >> 16) & everySecondPair) * ((std::uint64_t{10000} << 32) + 1)) >>
+           32;
+}
+
+/// Does what `scanDigits` does, eight characters at a time as long as so many are left. Worth it for
+/// fractions, whose digits are many.
+inline const char* scanManyDigits(const char* at, const char* end, std::uint64_t& value) {
+    constexpr std::uint64_t zeros = 0x3030303030303030;
+    constexpr std::uint64_t upToHighBit = 0x7676767676767676; // a byte above 9 reaches the high bit with it
+    constexpr std::uint64_t highBits = 0x8080808080808080;
+    while (std::endian::native == std::endian::little && end - at >= 8) {
+        std::uint64_t bytes = 0;
+        std::memcpy(&bytes, at, sizeof bytes);
+        bytes ^= zeros;
+        const std::uint64_t others = ((bytes + upToHighBit) | bytes) & highBits;
+        if (others == 0) {
+            value = value * powersOfTenTo8[8] + valueOfEightDigits(bytes);
+            at += 8;
+            continue;
+        }
+        const int count = std::countr_zero(others) / 8;
+        // The digits move up, behind leading zeros; in two steps, since all eight may go.
+        value = value * powersOfTenTo8[count] + valueOfEightDigits(bytes << (56 - 8 * count) << 8);
+        return at + count;
+    }
+    return scanDigits(at, end, value);
 }
 
 inline const char* scanSign(const char* at, const char* end, bool& negative) {
@@ -71,7 +107,7 @@ const char* scanDouble(const char* at, const char* end, double& out) {
     std::ptrdiff_t digitCount = at - digits;
     if (at != end && *at == '.') {
         const char* const fraction = at + 1;
-        at = scanDigits(fraction, end, mantissa);
+        at = scanManyDigits(fraction, end, mantissa);
         digitCount += at - fraction;
         exponent = fraction - at;
     }

@@ -15,7 +15,7 @@ namespace quillon {
 namespace {
 
 /// Whether the buffer may be looked into: a stream that is good has one, and nothing is to be flushed first.
-bool isReady(const std::istream& input) {
+bool isReady(const std::ios& input) {
     return input.good() && input.tie() == nullptr;
 }
 
@@ -29,7 +29,7 @@ void forgetLocale(std::ios_base::event event, std::ios_base& stream, int index) 
     }
 }
 
-long learnLocale(std::ios_base& stream, int index) {
+[[gnu::cold]] long learnLocale(std::ios_base& stream, int index) {
     if (stream.pword(index) == nullptr) {
         stream.register_callback(forgetLocale, index);
         stream.pword(index) = &stream;
@@ -37,15 +37,19 @@ long learnLocale(std::ios_base& stream, int index) {
     return stream.iword(index) = stream.getloc() == std::locale::classic() ? classic : other;
 }
 
-bool hasClassicLocale(std::ios_base& stream) {
+inline bool hasClassicLocale(std::ios_base& stream) {
     static const int index = std::ios_base::xalloc();
     const long known = stream.iword(index);
     return (known == unknown ? learnLocale(stream, index) : known) == classic;
 }
 
-bool isReadyAndPlain(std::istream& input) {
-    return isReady(input) && input.flags() == (std::ios_base::skipws | std::ios_base::dec) &&
-           hasClassicLocale(input);
+/// The buffer of a stream that may be looked into for a number or a word as the classic locale has them, or
+/// null.
+inline std::streambuf* plainBuffer(std::istream& stream) {
+    std::ios& input = stream; // looked for once: it is a virtual base
+    const bool isPlain = isReady(input) && input.flags() == (std::ios_base::skipws | std::ios_base::dec) &&
+                         hasClassicLocale(input);
+    return isPlain ? input.rdbuf() : nullptr;
 }
 
 const char* skipSpaces(const char* at, const char* end) {
@@ -70,8 +74,8 @@ std::size_t waitingCount(const ReadArea& area) {
 // --- Numbers -------------------------------------------------------------------------------------
 
 bool extractInt(std::istream& input, std::int32_t& value) {
-    if (isReadyAndPlain(input)) {
-        ReadArea area(*input.rdbuf());
+    if (std::streambuf* const buffer = plainBuffer(input)) {
+        ReadArea area(*buffer);
         if (const char* const end = scanInt(skipSpaces(area.begin(), area.end()), area.end(), value)) {
             area.take(static_cast<std::size_t>(end - area.begin()));
             return true;
@@ -82,8 +86,8 @@ bool extractInt(std::istream& input, std::int32_t& value) {
 }
 
 bool extractDouble(std::istream& input, double& value) {
-    if (isReadyAndPlain(input)) {
-        ReadArea area(*input.rdbuf());
+    if (std::streambuf* const buffer = plainBuffer(input)) {
+        ReadArea area(*buffer);
         if (const char* const end = scanDouble(skipSpaces(area.begin(), area.end()), area.end(), value)) {
             area.take(static_cast<std::size_t>(end - area.begin()));
             return true;
@@ -109,8 +113,8 @@ float narrowed(double value) {
 // --- Characters and lines ------------------------------------------------------------------------
 
 bool skipWhiteSpace(std::istream& input) {
-    if (isReadyAndPlain(input)) {
-        ReadArea area(*input.rdbuf());
+    if (std::streambuf* const buffer = plainBuffer(input)) {
+        ReadArea area(*buffer);
         const char* const end = skipSpaces(area.begin(), area.end());
         if (end != area.end()) {
             area.take(static_cast<std::size_t>(end - area.begin()));
@@ -131,6 +135,23 @@ int peekChar(std::istream& input) {
     return input.peek();
 }
 
+int peekBehindSpaces(std::istream& input) {
+    if (isReady(input)) {
+        ReadArea area(*input.rdbuf());
+        const char* const end = skipSpaces(area.begin(), area.end());
+        area.take(static_cast<std::size_t>(end - area.begin()));
+        if (end != area.end()) {
+            return std::char_traits<char>::to_int_type(*end);
+        }
+    }
+    int next = input.peek();
+    while (next != std::char_traits<char>::eof() && isSpace(std::char_traits<char>::to_char_type(next))) {
+        input.get();
+        next = input.peek();
+    }
+    return next;
+}
+
 int takeChar(std::istream& input) {
     if (isReady(input)) {
         ReadArea area(*input.rdbuf());
@@ -141,6 +162,33 @@ int takeChar(std::istream& input) {
         }
     }
     return input.get();
+}
+
+std::string_view waitingChars(std::istream& input) {
+    if (!isReady(input)) {
+        return {};
+    }
+    const ReadArea area(*input.rdbuf());
+    return {area.begin(), area.end()};
+}
+
+void takeWaiting(std::istream& input, std::size_t count) {
+    ReadArea(*input.rdbuf()).take(count);
+}
+
+std::string_view takeWaitingWord(std::istream& input) {
+    std::streambuf* const buffer = plainBuffer(input);
+    if (buffer == nullptr) {
+        return {};
+    }
+    ReadArea area(*buffer);
+    const char* const begin = skipSpaces(area.begin(), area.end());
+    const char* const end = std::find_if(begin, area.end(), isSpace);
+    if (end == area.end()) {
+        return {};
+    }
+    area.take(static_cast<std::size_t>(end - area.begin()));
+    return {begin, end};
 }
 
 bool extractChar(std::istream& input, char& c) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <istream>
 #include <string>
+#include <string_view>
 
 namespace quillon {
 
@@ -24,6 +25,8 @@ bool extractFloat(std::istream& input, float& value);
 bool skipWhiteSpace(std::istream& input);
 /// `input.peek()`: the next character, which stays, or the stream's end mark.
 int peekChar(std::istream& input);
+/// `input.get()` as long as that is white space, and then `input.peek()`.
+int peekBehindSpaces(std::istream& input);
 /// `input.get()`: the next character or the stream's end mark.
 int takeChar(std::istream& input);
 /// `input.get(c)`.
@@ -38,6 +41,15 @@ bool extractLine(std::istream& input, std::string& line, int bufferSize);
 /// `input.get` with a buffer of `bufferSize` characters: takes at most `bufferSize` - 1 characters of the
 /// line and leaves the newline; an empty line is a failure of the stream.
 bool extractPartOfLine(std::istream& input, std::string& line, int bufferSize);
+
+/// The characters that wait in the stream's buffer, and stay there until the next operation; none where the
+/// stream has to be asked first.
+std::string_view waitingChars(std::istream& input);
+/// Takes `count` of the waiting characters.
+void takeWaiting(std::istream& input, std::size_t count);
+/// `input >> word`, if white space, word and the character behind it wait; else nothing is taken, and the
+/// result is empty. The word stays until the next operation.
+std::string_view takeWaitingWord(std::istream& input);
 
 /// A 64-bit real narrowed to the 32 bits that it is stored in.
 float narrowed(double value);

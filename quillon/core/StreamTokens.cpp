@@ -4,9 +4,12 @@
 #include "quillon/core/LmStatus.h"
 #include "quillon/core/StreamExtraction.h"
 
+#include <algorithm>
 #include <istream>
 #include <limits>
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace quillon {
 
@@ -33,13 +36,12 @@ bool skipStreamComments(std::istream& input) {
 }
 
 bool skipStreamSpace(std::istream& input) {
-    while (skipStreamComments(input)) {
-        if (!isSpace(static_cast<char>(peekChar(input)))) {
-            return true;
-        }
-        takeChar(input);
+    int c = peekBehindSpaces(input);
+    while (c == '#') {
+        skipRestOfLine(input, std::numeric_limits<int>::max());
+        c = peekBehindSpaces(input);
     }
-    return false;
+    return c != eof;
 }
 
 void checkStream(std::istream& input, const char* what) {
@@ -75,6 +77,23 @@ std::int32_t readStreamInt(std::istream& input, const char* what) {
     return value;
 }
 
+namespace {
+
+/// Behind an opening quote: takes the text and the closing quote, if both wait on this line.
+std::optional<LmStr> takeWaitingQuoted(std::istream& input) {
+    const std::string_view waiting = waitingChars(input);
+    const auto* const end =
+        std::find_if(waiting.begin(), waiting.end(), [](char c) { return c == '"' || c == '\n'; });
+    if (end == waiting.end() || *end == '\n') {
+        return std::nullopt;
+    }
+    const LmStr text(std::string_view(waiting.begin(), end));
+    takeWaiting(input, static_cast<std::size_t>(end - waiting.begin()) + 1);
+    return text;
+}
+
+} // namespace
+
 LmStr readStreamString(std::istream& input, const char* what) {
     skipStreamSpace(input);
     if (peekChar(input) != '"') {
@@ -84,6 +103,9 @@ LmStr readStreamString(std::istream& input, const char* what) {
         return word;
     }
     takeChar(input);
+    if (const std::optional<LmStr> waiting = takeWaitingQuoted(input)) {
+        return *waiting;
+    }
     std::string text;
     for (int c = takeChar(input); c != '"'; c = takeChar(input)) {
         if (c == '\n' || c == eof) {

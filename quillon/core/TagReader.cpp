@@ -28,6 +28,7 @@ constexpr CharSet charSet(std::string_view characters) {
     return set;
 }
 
+constexpr CharSet blanks = charSet(" \t");
 constexpr CharSet newline = charSet("\n");
 constexpr CharSet lineEnds = charSet({"\n\r\0", 3});
 constexpr CharSet specialInLine = charSet({"{\\\n\r\0", 5});
@@ -55,6 +56,23 @@ public:
             ++at;
         }
         return {begin, static_cast<std::size_t>(at - begin)};
+    }
+
+    /// Takes what `takeUntil` takes, and the newline where it ends at one.
+    std::string_view takeUntilOrLineEnd(const CharSet& stops) {
+        const std::string_view taken = takeUntil(stops);
+        if (at == end || *at != '\n') {
+            return taken;
+        }
+        ++at;
+        return {taken.data(), taken.size() + 1};
+    }
+
+    /// Takes all characters that are marked in `skipped`.
+    void skip(const CharSet& skipped) {
+        while (hasNext() && skipped[static_cast<unsigned char>(*at)]) {
+            ++at;
+        }
     }
 
     /// Tells the stream's buffer what has been taken.
@@ -103,7 +121,7 @@ public:
     /// Walks to the end. Returns whether the block is well-formed; what is wrong is reported.
     bool scan() {
         while (depth > 0) {
-            skipBlanks();
+            source.skip(blanks);
             if (!source.hasNext()) {
                 return reportEndOfFile();
             }
@@ -139,12 +157,6 @@ private:
     bool nextIsBlank() { return nextIs(' ') || nextIs('\t'); }
     bool nextIsLineEnd() { return nextIs('\n') || nextIs('\r'); }
 
-    void skipBlanks() {
-        while (nextIsBlank()) {
-            source.take();
-        }
-    }
-
     void dropRestOfLine() {
         while (source.hasNext() && source.peek() != '\n') {
             source.takeUntil(newline);
@@ -156,7 +168,7 @@ private:
         closing = source.position();
         source.take();
         --depth;
-        skipBlanks();
+        source.skip(blanks);
         if (nextIs('#')) {
             dropRestOfLine();
         }
@@ -184,8 +196,9 @@ private:
 
     void scanRestOfLine() {
         while (source.hasNext()) {
-            store(source.takeUntil(specialInLine));
-            if (!source.hasNext()) {
+            const std::string_view taken = source.takeUntilOrLineEnd(specialInLine);
+            store(taken);
+            if (taken.ends_with('\n') || !source.hasNext()) {
                 return;
             }
             switch (source.peek()) {
@@ -196,9 +209,6 @@ private:
                 storeNext();
                 storeContinuedLines();
                 break;
-            case '\n':
-                storeNext();
-                return;
             case '\r':
                 source.take();
                 return;
@@ -342,20 +352,11 @@ public:
 
 private:
     /// The characters that can be looked at; none of a stream that has to be asked first.
-    std::string_view waiting() const {
-        if (stream == nullptr) {
-            return rest;
-        }
-        if (!stream->good() || stream->tie() != nullptr) {
-            return {};
-        }
-        const ReadArea area(*stream->rdbuf());
-        return {area.begin(), area.end()};
-    }
+    std::string_view waiting() const { return stream == nullptr ? rest : waitingChars(*stream); }
 
     void take(std::size_t count) {
         if (stream != nullptr) {
-            ReadArea(*stream->rdbuf()).take(count);
+            takeWaiting(*stream, count);
         } else {
             rest.remove_prefix(count);
         }

@@ -16,6 +16,7 @@ constexpr std::size_t granule = 16;
 constexpr std::size_t greatestSmallSize = 512;
 constexpr std::size_t slabSize = std::size_t{1} << 16;
 constexpr std::size_t regionSize = std::size_t{1} << 34;
+constexpr std::size_t sizeWithSmallPages = std::size_t{1} << 22;
 constexpr std::size_t sizeClassCount = greatestSmallSize / granule + 1;
 
 struct FreeBlock {
@@ -42,16 +43,19 @@ public:
                                        slabSize]];
     }
 
-    void* allocate(std::size_t blockSize) {
-        const std::size_t index = (blockSize + granule - 1) / granule;
+    /// A block from those at hand; null when there is none, as for a size of 0.
+    void* takeBlock(std::size_t blockSize) {
+        if (blockSize > greatestSmallSize) {
+            return nullptr;
+        }
+        const std::size_t index = indexOf(blockSize);
         SizeClass& sizeClass = sizeClasses[index];
         if (FreeBlock* const block = sizeClass.freeBlocks) {
             sizeClass.freeBlocks = block->next;
             return block;
         }
         const std::size_t roundedSize = index * granule;
-        if (static_cast<std::size_t>(sizeClass.end - sizeClass.next) < roundedSize &&
-            !addSlab(sizeClass, index)) {
+        if (static_cast<std::size_t>(sizeClass.end - sizeClass.next) < roundedSize) {
             return nullptr;
         }
         void* const block = sizeClass.next;
@@ -59,20 +63,22 @@ public:
         return block;
     }
 
-private:
-    bool addSlab(SizeClass& sizeClass, std::size_t index) {
-        if (begin == nullptr && !reserve()) {
-            return false;
-        }
-        if (used == size) {
+    /// Puts a new slab at hand for blocks of a size. False when they are not for slabs or when none is left.
+    bool addSlab(std::size_t blockSize) {
+        const std::size_t index = indexOf(blockSize);
+        if (index == 0 || blockSize > greatestSmallSize || (begin == nullptr && !reserve()) || used == size) {
             return false;
         }
         classOfSlab[used / slabSize] = static_cast<std::uint8_t>(index);
+        SizeClass& sizeClass = sizeClasses[index];
         sizeClass.next = begin + used;
         sizeClass.end = sizeClass.next + slabSize;
         used += slabSize;
         return true;
     }
+
+private:
+    static std::size_t indexOf(std::size_t blockSize) { return (blockSize + granule - 1) / granule; }
 
     bool reserve() {
         if (refused) {
@@ -84,6 +90,7 @@ private:
         if (!refused) {
             begin = static_cast<char*>(addresses);
             size = regionSize;
+            ::madvise(begin + sizeWithSmallPages, regionSize - sizeWithSmallPages, MADV_HUGEPAGE);
         }
         return !refused;
     }
@@ -98,19 +105,25 @@ private:
 
 constinit Region region;
 
-} // namespace
-
-void* operator new(std::size_t size) {
-    if (size <= greatestSmallSize) {
-        if (void* const block = region.allocate(size != 0 ? size : 1)) {
-            return block;
-        }
+/// A block of a new slab or from the general allocator. Apart, so that the usual way through `new` is short.
+[[gnu::noinline]] void* allocateAnew(std::size_t size) {
+    if (region.addSlab(size)) {
+        return region.takeBlock(size);
     }
     void* const block = std::malloc(size != 0 ? size : 1);
     if (block == nullptr) {
         throw std::bad_alloc();
     }
     return block;
+}
+
+} // namespace
+
+void* operator new(std::size_t size) {
+    if (void* const block = region.takeBlock(size)) {
+        return block;
+    }
+    return allocateAnew(size);
 }
 
 void operator delete(void* block) noexcept {

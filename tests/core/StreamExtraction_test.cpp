@@ -39,11 +39,26 @@ protected:
     std::string do_grouping() const override { return "\3"; }
 };
 
-enum class Operation { Int, Double, Float, White, Peek, Take, Char, SkipChars, RestOfLine, Line, PartOfLine };
-constexpr int operationCount = 11;
-constexpr std::array operationNames{"extractInt",     "extractDouble", "extractFloat",     "skipWhiteSpace",
-                                    "peekChar",       "takeChar",      "extractChar",      "skipChars",
-                                    "skipRestOfLine", "extractLine",   "extractPartOfLine"};
+enum class Operation {
+    Int,
+    Double,
+    Float,
+    Word,
+    White,
+    Peek,
+    PeekBehindSpaces,
+    Take,
+    Char,
+    SkipChars,
+    RestOfLine,
+    Line,
+    PartOfLine
+};
+constexpr std::array operationNames{
+    "extractInt",     "extractDouble",    "extractFloat",     "takeWaitingWord", "skipWhiteSpace",
+    "peekChar",       "peekBehindSpaces", "takeChar",         "extractChar",     "skipChars",
+    "skipRestOfLine", "extractLine",      "extractPartOfLine"};
+constexpr int operationCount = operationNames.size();
 
 /// What one extraction gave; the bits of reals, so that signed zeros and NaN compare.
 struct Outcome {
@@ -89,11 +104,22 @@ Outcome byOurs(std::istream& input, Operation operation, int count) {
     case Operation::Float:
         outcome.good = extractFloat(input, narrow);
         break;
+    case Operation::Word:
+        outcome.line = takeWaitingWord(input);
+        if (outcome.line.empty()) {
+            input >> outcome.line;
+        }
+        outcome.good = !input.fail();
+        break;
     case Operation::White:
         outcome.good = skipWhiteSpace(input);
         break;
     case Operation::Peek:
         outcome.integer = peekChar(input);
+        outcome.good = !input.fail();
+        break;
+    case Operation::PeekBehindSpaces:
+        outcome.integer = peekBehindSpaces(input);
         outcome.good = !input.fail();
         break;
     case Operation::Take:
@@ -141,11 +167,24 @@ Outcome byTheStandard(std::istream& input, Operation operation, int count) {
         }
         break;
     }
+    case Operation::Word:
+        outcome.line.clear();
+        input >> outcome.line;
+        break;
     case Operation::White:
         input >> std::ws;
         break;
     case Operation::Peek:
         outcome.integer = input.peek();
+        break;
+    case Operation::PeekBehindSpaces:
+        for (outcome.integer = input.peek();
+             outcome.integer != std::char_traits<char>::eof() &&
+             std::string_view(" \t\n\v\f\r").find(static_cast<char>(outcome.integer)) !=
+                 std::string_view::npos;
+             outcome.integer = input.peek()) {
+            input.get();
+        }
         break;
     case Operation::Take:
         outcome.integer = input.get();
@@ -405,6 +444,25 @@ TEST(StreamExtraction, WorksOnMemoryAndStringStreams) {
         EXPECT_EQ(input->rdstate(), std::ios::eofbit);
         EXPECT_FALSE(extractInt(*input, integer));
     }
+}
+
+TEST(StreamExtraction, ShowsWhatWaitsInTheBufferOfAGoodStream) {
+    LmISStream input("12 words");
+    EXPECT_EQ(waitingChars(input), "12 words");
+    takeWaiting(input, 3);
+    EXPECT_EQ(waitingChars(input), "words");
+    EXPECT_EQ(takeWaitingWord(input), "") << "what ends the word does not wait";
+    EXPECT_EQ(waitingChars(input), "words");
+    input.setstate(std::ios::eofbit);
+    EXPECT_EQ(waitingChars(input), "");
+}
+
+TEST(StreamExtraction, ShowsNothingOfAStreamThatHasToBeAsked) {
+    std::ostringstream prompt;
+    LmISStream input("12 words");
+    input.tie(&prompt);
+    EXPECT_EQ(waitingChars(input), "");
+    EXPECT_EQ(takeWaitingWord(input), "");
 }
 
 TEST(StreamExtraction, TheRestOfALineEndsAfterEightyCharacters) {
