@@ -8,7 +8,6 @@
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
-#include <limits>
 #include <locale.h>
 
 namespace quillon {
@@ -17,6 +16,8 @@ namespace {
 
 /// So many decimal digits fit into 64 bits, whatever they are.
 constexpr std::ptrdiff_t safeDigitCount = 18;
+/// The same for 32 bits with a sign.
+constexpr std::ptrdiff_t safeIntDigitCount = 9;
 
 /// Takes decimal digits into `value`, which overflows beyond `safeDigitCount` of them, and returns their end.
 inline const char* scanDigits(const char* at, const char* end, std::uint64_t& value) {
@@ -86,16 +87,17 @@ constexpr std::int64_t greatestExactPower = 22;
 } // namespace
 
 const char* scanInt(const char* at, const char* end, std::int32_t& out) {
-    std::int64_t value = 0;
-    const char* const digitsEnd = scanSigned(at, end, value);
-    if (value < std::numeric_limits<std::int32_t>::min() ||
-        value > std::numeric_limits<std::int32_t>::max()) {
+    bool negative = false;
+    const char* const digits = scanSign(at, end, negative);
+    std::uint32_t magnitude = 0;
+    for (at = digits; at != end && isDigit(*at); ++at) {
+        magnitude = magnitude * 10 + static_cast<std::uint32_t>(*at - '0');
+    }
+    if (at == digits || at == end || at - digits > safeIntDigitCount) {
         return nullptr;
     }
-    if (digitsEnd != nullptr) {
-        out = static_cast<std::int32_t>(value);
-    }
-    return digitsEnd;
+    out = negative ? -static_cast<std::int32_t>(magnitude) : static_cast<std::int32_t>(magnitude);
+    return at;
 }
 
 const char* scanDouble(const char* at, const char* end, double& out) {

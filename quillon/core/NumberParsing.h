@@ -7,8 +7,8 @@ namespace quillon {
 /// `strtod` in the classic locale, whatever the locale of the process: a decimal comma never counts.
 double parseDouble(const char* text, char** end);
 
-/// Reads a decimal integer at `at` that ends before `end` and fits into 32 bits. Returns where it ends, or
-/// null when the characters are no such integer; `out` is then untouched.
+/// Reads a decimal integer of up to nine digits at `at` that ends before `end`. Returns where it ends, or null
+/// when the characters are no such integer; `out` is then untouched.
 const char* scanInt(const char* at, const char* end, std::int32_t& out);
 
 /// Reads a decimal real at `at` that ends before `end`, correctly rounded. Returns where it ends, or null
