@@ -2,20 +2,23 @@
 
 #include "quillon/problem/LqProblemDefData.h"
 
+#include <optional>
+
 namespace quillon {
 
-DefinedBodyIndex::DefinedBodyIndex(const LqProblemDefData& definition) {
-    bodies.reserve(static_cast<std::size_t>(definition.bodies.count()));
-    for (const LqPDDBodyMap* body : definition.bodies) {
-        if (body != nullptr) {
-            bodies.try_emplace(body->name.view(), body);
+DefinedBodyIndex::DefinedBodyIndex(const LqProblemDefData& problem) : definition(problem) {
+    const int count = definition.bodies.count();
+    places.reserve(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i) {
+        if (const LqPDDBodyMap* const body = definition.bodies[i]) {
+            places.add(body->name.view(), i);
         }
     }
 }
 
 const LqPDDBodyMap* DefinedBodyIndex::find(std::string_view name) const {
-    const auto found = bodies.find(name);
-    return found == bodies.end() ? nullptr : found->second;
+    const std::optional<std::int32_t> place = places.find(name);
+    return place.has_value() ? definition.bodies[*place] : nullptr;
 }
 
 } // namespace quillon

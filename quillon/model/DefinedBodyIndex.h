@@ -1,7 +1,8 @@
 #pragma once
 
+#include "quillon/core/NameIndex.h"
+
 #include <string_view>
-#include <unordered_map>
 
 namespace quillon {
 
@@ -15,13 +16,14 @@ class LqProblemDefData;
 /// hold those of a crowd.
 class DefinedBodyIndex {
 public:
-    explicit DefinedBodyIndex(const LqProblemDefData& definition); ///< which outlives it
+    explicit DefinedBodyIndex(const LqProblemDefData& problem); ///< which outlives it
 
     /// The body, or null.
     const LqPDDBodyMap* find(std::string_view name) const;
 
 private:
-    std::unordered_map<std::string_view, const LqPDDBodyMap*> bodies;
+    const LqProblemDefData& definition;
+    NameIndex places; ///< of the bodies in the definition
 };
 
 } // namespace quillon

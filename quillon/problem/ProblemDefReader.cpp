@@ -4,6 +4,7 @@
 #include "quillon/core/CharClass.h"
 #include "quillon/core/DataHeader.h"
 #include "quillon/core/LmStatus.h"
+#include "quillon/core/NameIndex.h"
 #include "quillon/core/StreamExtraction.h"
 #include "quillon/files/FilesBeingRead.h"
 #include "quillon/files/LmCompIFStream.h"
@@ -15,7 +16,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_set>
 #include <utility>
 
 namespace quillon {
@@ -273,8 +273,8 @@ private:
             pushErrorf("Body with ID %d has no name.", body.graphicsNumber);
             return false;
         }
-        // The set refers to the names in the stored records.
-        if (!knownNames.insert(body.name.view()).second) {
+        // The index refers to the names in the stored records.
+        if (!knownNames.add(body.name.view(), 0)) {
             pushErrorf("Multiple bodies are named \"%s\".", body.name.c_str());
             return false;
         }
@@ -290,7 +290,7 @@ private:
     int highestSysVar;
     std::string name;       // the field as read, with its padding
     std::string parentName; // the same
-    std::unordered_set<std::string_view> knownNames;
+    NameIndex knownNames;
 };
 
 } // namespace

@@ -7,6 +7,7 @@
 #include "quillon/scale/ScaleTokens.h"
 
 #include <istream>
+#include <optional>
 
 namespace quillon::scaleDef {
 
@@ -14,20 +15,22 @@ ScaleDefContext::ScaleDefContext(LqScaleDefData& target, const LqProblemDefData&
     : problemDef(problem), definition(target), lenient(lenientReading), poses(target.poses),
       bodyParams(target.bodyParams), positionConstraints(target.positionConstraints),
       sysVarGuideOverrides(target.sysVarGuideOverrides), scaleVars(target.scaleVars), sysVarNames(problem) {
+    bodyNames.reserve(static_cast<std::size_t>(problem.bodies.count()));
     for (const LqPDDBodyMap* body : problem.bodies) {
         if (body != nullptr) {
-            bodyNames.insert(body->name.view());
+            bodyNames.add(body->name.view(), 0);
         }
     }
+    sysVarIds.reserve(static_cast<std::size_t>(problem.sysVars.count()));
     for (const LqPDDSysVar* sysVar : problem.sysVars) {
         if (sysVar != nullptr) {
-            sysVarIds.emplace(sysVar->description.view(), sysVar->id);
+            sysVarIds.add(sysVar->description.view(), sysVar->id);
         }
     }
     std::int32_t id = 0;
     for (const ScaleVar& scaleVar : target.scaleVars) {
         ++id;
-        scaleVarIds.emplace(scaleVar.name.view(), id);
+        addScaleVarName(scaleVar.name, id);
     }
 }
 
@@ -50,9 +53,8 @@ std::int32_t ScaleDefContext::readSysVarId(std::istream& input, const char* what
     if (errorStands()) {
         return 0;
     }
-    const auto found = sysVarIds.find(name.view());
-    if (found != sysVarIds.end()) {
-        return found->second;
+    if (const std::optional<std::int32_t> id = sysVarIds.find(name.view())) {
+        return *id;
     }
     pushErrorf("Variable '%s' is not in the problem definition.", name.c_str());
     return 0;
@@ -70,13 +72,17 @@ bool ScaleDefContext::reportUnresolved(const LmStr& message) const {
 // --- Scaling variables and mappings --------------------------------------------------------------
 
 std::int32_t ScaleDefContext::scaleVarId(const LmStr& name) const {
-    const auto found = scaleVarIds.find(std::string(name.view()));
-    return found == scaleVarIds.end() ? 0 : found->second;
+    return scaleVarIds.find(name.view()).value_or(0);
+}
+
+void ScaleDefContext::addScaleVarName(const LmStr& name, std::int32_t id) {
+    scaleVarNames.push_back(name);
+    scaleVarIds.add(scaleVarNames.back().view(), id);
 }
 
 void ScaleDefContext::nameScaleVar(ScaleVar& last, const LmStr& name) {
     last.name = name;
-    scaleVarIds.emplace(name.view(), scaleVars.count());
+    addScaleVarName(name, scaleVars.count());
 }
 
 std::int32_t ScaleDefContext::readScaleVarId(std::istream& input, const char* what) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "quillon/core/LmStr.h"
+#include "quillon/core/NameIndex.h"
 #include "quillon/scale/ArrayAppender.h"
 #include "quillon/scale/GuideOverrideFiller.h"
 #include "quillon/scale/LqScaleDefData.h"
@@ -8,10 +9,8 @@
 
 #include <cstdint>
 #include <iosfwd>
-#include <string>
 #include <string_view>
-#include <unordered_map>
-#include <unordered_set>
+#include <vector>
 
 namespace quillon {
 
@@ -70,13 +69,14 @@ public:
     ScaleMapping readScaleMapping(std::istream& input, const char* what) const;
 
 private:
+    void addScaleVarName(const LmStr& name, std::int32_t id);
     bool readTerms(std::istream& input, const char* what, ScaleMapping& mapping) const;
 
     ArrayAppender<ScaleVar> scaleVars;
-    std::unordered_map<std::string, std::int32_t> scaleVarIds;
-    // Views of the names in the problem definition.
-    std::unordered_set<std::string_view> bodyNames;
-    std::unordered_map<std::string_view, std::int32_t> sysVarIds;
+    std::vector<LmStr> scaleVarNames; // holds the texts for the index of their ids
+    NameIndex scaleVarIds;
+    NameIndex bodyNames;
+    NameIndex sysVarIds;
     SysVarNames sysVarNames;
 };
 

@@ -6,15 +6,14 @@ namespace quillon::scaleDef {
 
 SysVarNames::SysVarNames(const LqProblemDefData& problemDef) {
     for (const LqPDDSysVar* sysVar : problemDef.sysVars) {
-        if (sysVar != nullptr) {
-            names.emplace(sysVar->id, sysVar->description.view());
-        }
+        sysVars.add(sysVar);
     }
+    sysVars.finish();
 }
 
 std::optional<std::string_view> SysVarNames::find(std::int32_t id) const {
-    const auto found = names.find(id);
-    return found == names.end() ? std::nullopt : std::optional(found->second);
+    const LqPDDSysVar* const found = sysVars.find(id);
+    return found == nullptr ? std::nullopt : std::optional(found->description.view());
 }
 
 } // namespace quillon::scaleDef

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "quillon/core/RecordIndex.h"
+#include "quillon/problem/LqPDDSysVar.h"
+
 #include <cstdint>
 #include <optional>
 #include <string_view>
-#include <unordered_map>
 
 namespace quillon {
 
@@ -25,7 +27,7 @@ public:
     std::string_view nameOf(std::int32_t id) const { return find(id).value_or(std::string_view()); }
 
 private:
-    std::unordered_map<std::int32_t, std::string_view> names;
+    RecordIndex<LqPDDSysVar> sysVars;
 };
 
 } // namespace scaleDef

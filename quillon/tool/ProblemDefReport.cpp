@@ -1,15 +1,17 @@
 #include "quillon/tool/ProblemDefReport.h"
 
 #include "quillon/core/LmListView.h"
+#include "quillon/core/NameIndex.h"
+#include "quillon/core/RecordIndex.h"
 #include "quillon/geometry/Mat4.h"
 #include "quillon/tool/LqProblemBundle.h"
-#include "quillon/tool/RecordIndex.h"
 #include "quillon/tool/ReportAttributes.h"
 
+#include <optional>
 #include <ostream>
+#include <span>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 
 namespace quillon {
 
@@ -46,7 +48,7 @@ bool isNamedFrame(const LmStr& bodyName) {
 class ProblemDefSection {
 public:
     ProblemDefSection(ReportText& out, std::ostream& messages, const LqProblemBundle& bundle)
-        : out(out), messages(messages), bundle(bundle) {
+        : out(out), messages(messages), bundle(bundle), modelBodies(bundle.model.storedBodies()) {
         indexLimits();
         indexModelBodies();
         indexModelMarkers();
@@ -70,9 +72,9 @@ private:
     }
 
     void indexModelBodies() {
-        modelBodies.reserve(bundle.model.storedBodies().size());
-        for (const LqBDBody* body : bundle.model.storedBodies()) {
-            modelBodies.emplace(body->name.view(), body);
+        modelBodyPlaces.reserve(modelBodies.size());
+        for (std::size_t i = 0; i < modelBodies.size(); ++i) {
+            modelBodyPlaces.add(modelBodies[i]->name.view(), static_cast<std::int32_t>(i));
         }
     }
 
@@ -152,12 +154,12 @@ private:
     }
 
     void writeModelAttributes(const LqPDDBodyMap& body) {
-        const auto found = modelBodies.find(body.name.view());
-        if (found == modelBodies.end()) {
+        const std::optional<std::int32_t> place = modelBodyPlaces.find(body.name.view());
+        if (!place.has_value()) {
             remark("Body " + body.name + " is missing in the unscaled body def\n");
             return;
         }
-        const LqBDBody& modelBody = *found->second;
+        const LqBDBody& modelBody = *modelBodies[static_cast<std::size_t>(*place)];
         LmVec3 translation{};
         LmMat3 rotation{};
         getTranslation(modelBody.baseTransform, translation);
@@ -222,8 +224,9 @@ private:
     ReportText& out;
     std::ostream& messages;
     const LqProblemBundle& bundle;
+    const std::span<LqBDBody* const> modelBodies;
     RecordIndex<LqVarLimits> limitsById;
-    std::unordered_map<std::string_view, const LqBDBody*> modelBodies;
+    NameIndex modelBodyPlaces; // in `modelBodies`
     RecordIndex<LqBDMarker> modelMarkers;
 };
 

@@ -2,7 +2,6 @@
 
 #include "quillon/tool/LqProblemBundle.h"
 #include "quillon/tool/ProblemDefReport.h"
-#include "quillon/tool/RecordIndex.h"
 #include "quillon/tool/ReportAttributes.h"
 #include "tests/support/StatusChain.h"
 #include "tests/tool/WrittenText.h"
@@ -266,21 +265,6 @@ TEST(WriteTransformAttribute, LeavesOutZerosOneByOneAndAnIdentityAltogether) {
         EXPECT_EQ(written([&](ReportText& out) { writeTransformAttribute(out, "base", offset, turn); }),
                   text);
     }
-}
-
-TEST(RecordIndex, FindsTheFirstRecordOfAnIdInAnyOrder) {
-    const LqBDMarker markers[] = {{5, {}}, {1, {}}, {5, {}}, {-3, {}}, {1, {}}};
-    RecordIndex<LqBDMarker> index;
-    for (const LqBDMarker& marker : markers) {
-        index.add(&marker);
-    }
-    index.add(nullptr);
-    index.finish();
-    EXPECT_EQ(index.find(5), &markers[0]);
-    EXPECT_EQ(index.find(1), &markers[1]);
-    EXPECT_EQ(index.find(-3), &markers[3]);
-    EXPECT_EQ(index.find(2), nullptr);
-    EXPECT_EQ(index.find(6), nullptr);
 }
 
 } // namespace
