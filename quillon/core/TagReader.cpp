@@ -485,6 +485,11 @@ bool TaggedItems::next() {
     ItemInput items = input != nullptr ? ItemInput(*input) : ItemInput(rest);
     failed_ = !readItem(items, item, status);
     rest = items.left();
+    if (!failed_ && !item.found && input != nullptr && input->bad()) {
+        // The text behind which a device failed must not pass for a whole one.
+        status.pushError("Error reading file.");
+        failed_ = true;
+    }
     return !failed_ && item.found;
 }
 

@@ -19,8 +19,9 @@ constexpr int idWidth = 3;
 constexpr int constantWidth = 3;
 
 /// Drops characters up to and including the next newline. Deliberately goes on asking at the end of the
-/// stream: every line of a well-formed file is ended, and callers depend on a newline having been taken.
-void skipThroughNewline(std::istream& input) {
+/// stream: every line of a well-formed file is ended, and callers depend on a newline having been taken. Only
+/// a device that fails, which will not get better, ends the asking.
+bool skipThroughNewline(std::istream& input) {
     constexpr std::chrono::milliseconds pauseAtEnd(10);
     ReadArea area(*input.rdbuf());
     char c = '\0';
@@ -29,9 +30,14 @@ void skipThroughNewline(std::istream& input) {
         // The last character of what waits is left to the extraction, which sees to the stream's state.
         area.take(static_cast<std::size_t>(newline - area.begin()));
         if (!extractChar(input, c)) {
+            if (input.bad()) {
+                pushErrorf("Error reading file.");
+                return false;
+            }
             std::this_thread::sleep_for(pauseAtEnd);
         }
     }
+    return true;
 }
 
 bool reportInvalidTerm(std::int32_t sysVar, std::int32_t highestSysVar) {
@@ -81,8 +87,7 @@ bool readMapping(LqBasicVarMapping<float>& mapping, std::istream& input, std::in
             return false;
         }
     }
-    skipThroughNewline(input);
-    return !errorStands();
+    return skipThroughNewline(input) && !errorStands();
 }
 
 bool readLinearTerm(LqLinearTerm<float>& term, std::istream& input, std::int32_t highestSysVar) {

@@ -30,6 +30,20 @@ TEST(TagReaderFailures, BlockOnADeviceThatFailsEndsWithTheInput) {
     EXPECT_TRUE(input.bad());
 }
 
+TEST(TagReaderFailures, ItemsOnADeviceThatFailsAreNoWholeFile) {
+    for (const char* const text : {"", "A: 1\n", "A: 1\n# half a comm", "A: 1\n\n"}) {
+        SCOPED_TRACE(text);
+        test::FailingDevice device(text);
+        std::istream input(&device);
+        LmStatus status;
+        TaggedItems items(input, status);
+        EXPECT_EQ(items.next(), *text != '\0');
+        EXPECT_FALSE(items.next());
+        EXPECT_TRUE(items.failed());
+        EXPECT_EQ(chainOf(status).front(), error("Error reading file."));
+    }
+}
+
 /// Limits the address space of the process to what it has and `bytes` more.
 void leaveAddressSpace(std::size_t bytes) {
     std::size_t pages = 0;

@@ -2,6 +2,7 @@
 
 #include "tests/problem/ProblemDefSamples.h"
 #include "tests/support/ChildProcess.h"
+#include "tests/support/FailingDevice.h"
 #include "tests/support/StatusChain.h"
 
 #include <gtest/gtest.h>
@@ -167,6 +168,23 @@ TEST(MappingText, NeverReturnsFromALastLineWithoutANewline) {
             },
             options);
         EXPECT_EQ(result.outcome, "TIMEOUT") << text;
+    }
+}
+
+TEST(MappingText, ReportsADeviceThatFailsInItsLastLine) {
+    const CleanStatus clean;
+    const std::pair<const char*, const char*> cases[] = {
+        {"1", "Unable to read system variable id for mapping."},
+        {"1 ", "Error reading file."},
+        {"-1 2.5 and more", "Error reading file."},
+        {"-2 0.5 1 0.25 \t", "Error reading file."},
+    };
+    for (const auto& [text, told] : cases) {
+        FailingDevice device(text);
+        std::istream input(&device);
+        LqBasicVarMapping<float> mapping;
+        EXPECT_FALSE(readMapping(mapping, input, highestSysVar)) << text;
+        EXPECT_EQ(takeChain(), (StatusChain{error(told)})) << text;
     }
 }
 
