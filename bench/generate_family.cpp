@@ -1,11 +1,13 @@
 // Writes a problem family of any size to a directory:
 //
-//     generate_family BODIES DIRECTORY [chain|tree]
+//     generate_family BODIES DIRECTORY [chain|tree [further]]
 //
 // gives family.zvx, .probdef, .model, .limits and .scaledef: BODIES bodies and system variables, three real
 // markers for each body, a tenth as many fix, double and artificial ones, limits for all variables, and a
-// scaling and a constraint for each body with a scaling variable for every ten. The same arguments give the
-// same bytes. The formats are written out here once more, without the library, so that a fault in its readers
+// scaling and a constraint for each body with a scaling variable for every ten. With `further` there are also
+// files that `quillon info` does not read for that problem: family.older_limits, a constant for each body in
+// family.measured, and long.zvx, a specification with notes on every body. The same arguments give the same
+// bytes. The formats are written out here once more, without the library, so that a fault in its readers
 // cannot hide behind the same fault in its writers.
 
 #include <algorithm>
@@ -344,14 +346,64 @@ void writeScaleDefinition(const std::filesystem::path& path, const Family& famil
     file.print("}\nTEMPS {\n}\n");
 }
 
+// --- Files beside the problem --------------------------------------------------------------------
+
+/// The modes in turn, each with the limits that it asks for.
+void writeOlderLimits(const std::filesystem::path& path, const Family& family) {
+    static constexpr std::array<int, 4> modes = {2, -1, 1, 0};
+    Numbers numbers(5);
+    File file(path);
+    file.print("            1               Field Number\n");
+    for (int i = 0; i < family.size(); ++i) {
+        const int mode = modes[static_cast<std::size_t>(i) % modes.size()];
+        file.print("             %d          %3d\n", mode, i + 1);
+        if (mode == -1 || mode == 2) {
+            file.print("   %9.4f\n", numbers.between(-3.0, 0.0));
+        }
+        if (mode == 1 || mode == 2) {
+            file.print("   %9.4f\n", numbers.between(0.0, 3.0));
+        }
+    }
+}
+
+void writeMeasuredData(const std::filesystem::path& path, const Family& family) {
+    Numbers numbers(6);
+    File file(path);
+    file.print("Kym Measured File\nv1.00\n%d\n", family.size());
+    for (int i = 0; i < family.size(); ++i) {
+        const std::string& name = family.bodies[static_cast<std::size_t>(i)].name;
+        file.print(i % 4 == 0 ? "%.5g # %s\n" : "%.5g\n", numbers.between(0.05, 180.0), name.c_str());
+    }
+}
+
+/// A specification that has been kept for long: remarks, blank lines, and user values that are given again
+/// and again, some over two lines.
+void writeLongSpecification(const std::filesystem::path& path, const Family& family) {
+    Numbers numbers(7);
+    File file(path);
+    file.print("Kym Problem Specification File\nv1.00\n");
+    file.print("PROBDEF: family.probdef\nUNSCALEDBODYDEF: family.model\nSCALEDEF: family.scaledef\n");
+    file.print("LIMITS: family.older_limits\nMatch: BodyName\n");
+    for (int i = 0; i < family.size(); ++i) {
+        const std::string& name = family.bodies[static_cast<std::size_t>(i)].name;
+        file.print("\n# session %d: the markers of %s were taped once more\n", i + 1, name.c_str());
+        file.print("operator: A. Reader\nsubject mass: %.1f\n", numbers.between(50.0, 100.0));
+        if (i % 5 == 0) {
+            file.print("remarks: %s had slipped by %.1f mm,\\\n    see the notes\n", name.c_str(),
+                       numbers.between(0.5, 9.5));
+        }
+    }
+}
+
 } // namespace
 
 int main(int argumentCount, char** arguments) {
     const bool tree = argumentCount > 3 && std::strcmp(arguments[3], "tree") == 0;
     const bool chain = argumentCount == 3 || (argumentCount > 3 && std::strcmp(arguments[3], "chain") == 0);
     const int bodyCount = argumentCount > 2 ? std::atoi(arguments[1]) : 0;
-    if (bodyCount < 1 || tree == chain || argumentCount > 4) {
-        std::fputs("Usage: generate_family BODIES DIRECTORY [chain|tree]\n", stderr);
+    const bool further = argumentCount == 5 && std::strcmp(arguments[4], "further") == 0;
+    if (bodyCount < 1 || tree == chain || (argumentCount > 4 && !further)) {
+        std::fputs("Usage: generate_family BODIES DIRECTORY [chain|tree [further]]\n", stderr);
         return 1;
     }
     const Family family = makeFamily(bodyCount, tree ? Shape::tree : Shape::chain);
@@ -362,4 +414,9 @@ int main(int argumentCount, char** arguments) {
     writeModel(directory / "family.model", family);
     writeLimits(directory / "family.limits", family);
     writeScaleDefinition(directory / "family.scaledef", family);
+    if (further) {
+        writeOlderLimits(directory / "family.older_limits", family);
+        writeMeasuredData(directory / "family.measured", family);
+        writeLongSpecification(directory / "long.zvx", family);
+    }
 }
