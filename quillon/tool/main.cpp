@@ -1,12 +1,16 @@
 #include "quillon/tool/CommandLine.h"
 #include "quillon/tool/DescriptorBuf.h"
 
+#include <csignal>
 #include <iostream>
 #include <ostream>
 #include <span>
 #include <unistd.h>
 
 int main(int argumentCount, char** arguments) {
+    // Some who start programs ignore the end of their children, and that is handed on: the shell that starts
+    // the tool for a compressed file could then not be waited for.
+    std::signal(SIGCHLD, SIG_DFL);
     quillon::DescriptorBuf buffer(STDOUT_FILENO);
     std::ostream out(&buffer);
     // A process may be started without even its own name.

@@ -1,117 +1,30 @@
 // Runs the program where the machine around it fails. What is wrong with the files themselves is tested by
 // the folders beside this file.
 
-#include "tests/files/FileTestSupport.h"
+#include "tests/cli/WalkerRuns.h"
 #include "tests/support/AddressCheck.h"
-#include "tests/support/ChildProcess.h"
-#include "tests/support/ScratchDirectory.h"
-#include "tests/support/VanishingFile.h"
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <csignal>
 #include <fcntl.h>
 #include <filesystem>
 #include <functional>
-#include <sched.h>
 #include <string>
-#include <sys/mount.h>
-#include <sys/stat.h>
+#include <sys/resource.h>
 #include <unistd.h>
-#include <vector>
 
-namespace quillon {
+namespace quillon::test {
 namespace {
 
 namespace fs = std::filesystem;
 using support::ChildOptions;
 using support::ChildResult;
-using support::ScratchDirectory;
 using support::writeBytes;
 
-/// Whether the program was built to count the lines that it runs.
-#ifdef QUILLON_COVERAGE
-constexpr bool countsLines = true;
-#else
-constexpr bool countsLines = false;
-#endif
-using test::runAsNobody;
-
-constexpr const char* allRead =
-    "Read walker.zvx\nRead walker.probdef\nRead walker.model\nRead walker.limits\nRead walker.scaledef\n";
 constexpr const char* unwritten = "Unable to write the report.\n";
 
-/// The walker's family in a directory of its own that everybody may look into.
-class MachineFailures : public ::testing::Test {
-protected:
-    void SetUp() override {
-        fs::copy(fs::path(QUILLON_SOURCE_DIR) / "examples" / "walker", scratch.path());
-        fs::permissions(scratch.path(), fs::perms::others_read | fs::perms::others_exec,
-                        fs::perm_options::add);
-    }
-
-    /// Runs the program in the directory, once `prepare` has changed what it inherits.
-    ChildResult infoAfter(const std::function<void()>& prepare,
-                          const std::string& file = "walker.zvx") const {
-        return support::runFunction(
-            [&] {
-                prepare();
-                becomeTool({"info", file});
-            },
-            inScratch());
-    }
-
-    ChildResult info(const std::string& file = "walker.zvx") const {
-        return infoAfter([] {}, file);
-    }
-
-    static void becomeTool(std::vector<std::string> arguments) {
-        arguments.insert(arguments.begin(), QUILLON_TOOL);
-        std::vector<char*> pointers;
-        for (std::string& argument : arguments) {
-            pointers.push_back(argument.data());
-        }
-        pointers.push_back(nullptr);
-        execv(QUILLON_TOOL, pointers.data());
-    }
-
-    ChildOptions inScratch() const {
-        ChildOptions options;
-        options.directory = scratch.path();
-        return options;
-    }
-
-    void shell(const std::string& line) const {
-        ASSERT_EQ(support::runProgram({"/bin/sh", "-c", line}, inScratch()).outcome, "0") << line;
-    }
-
-    /// Puts a program before those of the search path; each run gets that path by `useStandIns`.
-    void writeStandIn(const std::string& name, const std::string& script) const {
-        fs::create_directory(scratch / "bin");
-        writeBytes(scratch / ("bin/" + name), "#!/bin/sh\n" + script + "\n");
-        fs::permissions(scratch / ("bin/" + name), fs::perms::all);
-    }
-
-    void useStandIns() const {
-        setenv("PATH", (scratch / "bin" + ":/usr/local/bin:/usr/bin:/bin").c_str(), 1);
-    }
-
-    const ScratchDirectory scratch;
-};
-
-void replaceDescriptor(int descriptor, const char* path) {
-    const int file = open(path, O_WRONLY | O_CLOEXEC);
-    dup2(file, descriptor);
-}
-
-void expectRun(const ChildResult& result, const std::string& outcome, const std::string& out,
-               const std::string& err) {
-    EXPECT_EQ(result.outcome, outcome);
-    EXPECT_TRUE(result.out == out) << "Standard output differs.";
-    EXPECT_EQ(result.err, err);
-    EXPECT_FALSE(result.leftProcesses);
-}
+class MachineFailures : public WalkerRuns {};
 
 // --- Outputs -------------------------------------------------------------------------------------
 
@@ -127,16 +40,6 @@ TEST_F(MachineFailures, ReportWithoutStandardOutputIsAnError) {
                   close(STDIN_FILENO);
               }),
               "1", "", std::string(allRead) + unwritten);
-}
-
-TEST_F(MachineFailures, CompressedFilesAreReadWithoutStandardOutput) {
-    shell("gzip walker.zvx walker.probdef");
-    expectRun(infoAfter([] {
-                  close(STDOUT_FILENO);
-                  close(STDIN_FILENO);
-              }),
-              "1", "", std::string(allRead) + unwritten);
-    EXPECT_EQ(info().outcome, "0");
 }
 
 TEST_F(MachineFailures, MessagesThatFindNoRoomAreLostAndTheReportIsWhole) {
@@ -167,6 +70,43 @@ TEST_F(MachineFailures, VersionThatFindsNoRoomIsAnError) {
     expectRun(version([] { replaceDescriptor(STDOUT_FILENO, "/dev/full"); }), "1", "",
               "Unable to write the version.\n");
     expectRun(version([] { close(STDOUT_FILENO); }), "1", "", "Unable to write the version.\n");
+}
+
+void closeStandardStreams() {
+    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        close(descriptor);
+    }
+}
+
+// The files of the family then get the numbers of the outputs.
+TEST_F(MachineFailures, ProgramWithoutStandardStreamsWritesIntoNoFile) {
+    expectRun(infoAfter(closeStandardStreams), "1", "", "");
+    expectRun(infoAfter(closeStandardStreams, "none.zvx"), "1", "", "");
+    shell("gzip walker.zvx walker.probdef");
+    expectRun(infoAfter(closeStandardStreams), "1", "", "");
+    shell("gunzip walker.zvx walker.probdef");
+    for (const fs::directory_entry& entry : fs::directory_iterator(scratch.path())) {
+        EXPECT_EQ(support::readBytes(entry.path()), support::readBytes(walker / entry.path().filename()));
+    }
+}
+
+TEST_F(MachineFailures, ReportIntoAFileThatMayNotGrow) {
+    if (countsLines) {
+        GTEST_SKIP() << "the counts would find no room either, and say so";
+    }
+    const std::string report = info().out;
+    const auto limited = [this](bool ignoresSignal) {
+        return infoAfter([ignoresSignal] {
+            std::signal(SIGXFSZ, ignoresSignal ? SIG_IGN : SIG_DFL);
+            const int file = open("report", O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+            dup2(file, STDOUT_FILENO);
+            const rlimit limit = {1000, 1000};
+            setrlimit(RLIMIT_FSIZE, &limit);
+        });
+    };
+    expectRun(limited(true), "1", "", std::string(allRead) + unwritten);
+    EXPECT_EQ(support::readBytes(scratch / "report"), report.substr(0, 1000));
+    expectRun(limited(false), "SIGXFSZ", "", allRead);
 }
 
 /// Makes a pipe that nobody reads any more the standard output.
@@ -211,204 +151,56 @@ TEST_F(MachineFailures, ReaderOfTheFirstLineGetsIt) {
     EXPECT_EQ(support::readBytes(scratch / "code"), std::to_string(128 + SIGPIPE) + "\n");
 }
 
-// --- Files that are there and cannot be read -----------------------------------------------------
+// --- What the program is started with ------------------------------------------------------------
 
-/// A file of the family, the "Read" lines that come before it, and what is told when it cannot be opened.
-struct FamilyFile {
-    std::string name;
-    std::string readBefore;
-    /// The reader's own line for a file that does not open once it has passed the check.
-    std::string unopened;
-};
-
-std::vector<FamilyFile> familyFiles() {
-    return {
-        {"walker.zvx", "", "Unable to open 'walker.zvx'."},
-        {"walker.probdef", "Read walker.zvx\n", "Unable to open 'walker.probdef'."},
-        {"walker.model", "Read walker.zvx\nRead walker.probdef\n",
-         "Unable to open model file 'walker.model'."},
-        {"walker.limits", "Read walker.zvx\nRead walker.probdef\nRead walker.model\n",
-         "Unable to open limit data file \"walker.limits\"."},
-        {"walker.scaledef", "Read walker.zvx\nRead walker.probdef\nRead walker.model\nRead walker.limits\n",
-         "Couldn't open \"walker.scaledef\"."},
-    };
-}
-
-TEST_F(MachineFailures, FileWithoutPermissionIsNamedWithTheCause) {
-    if (countsLines) {
-        GTEST_SKIP() << "as another user the program may not write its counts, and says so";
-    }
-    for (const FamilyFile& file : familyFiles()) {
-        SCOPED_TRACE(file.name);
-        fs::permissions(scratch / file.name, fs::perms::none);
-        const ChildResult result = runAsNobody([this] {
-            fs::current_path(scratch.path());
-            becomeTool({"info", "walker.zvx"});
-        });
-        expectRun(result, "1", "",
-                  file.readBefore + "\n\nERROR: Unable to read \"" + file.name +
-                      "\".\n       Insufficient access to read file.  Check permissions.\n\n");
-        fs::permissions(scratch / file.name, fs::perms::all);
-    }
-}
-
-// Each file is opened twice before it is read: the specification by two checks, every other one for its time
-// while the specification is read, and by its own check.
-TEST_F(MachineFailures, FileThatVanishesBehindItsCheckIsNotOpened) {
-    for (const FamilyFile& file : familyFiles()) {
-        SCOPED_TRACE(file.name);
-        const std::string content = support::readBytes(scratch / file.name);
-        const ChildResult result =
-            support::runWhileFileVanishes({QUILLON_TOOL, "info", "walker.zvx"}, file.name, 3, inScratch());
-        if (result.outcome == support::cannotWatch) {
-            GTEST_SKIP() << "no process may watch another here";
-        }
-        EXPECT_FALSE(fs::exists(scratch / file.name));
-        expectRun(result, "1", "", file.readBefore + "\n\nERROR: " + file.unopened + "\n\n");
-        writeBytes(scratch / file.name, content);
-    }
-}
-
-TEST_F(MachineFailures, FileThatVanishesBeforeItsLastCheckDoesNotExist) {
-    for (const FamilyFile& file : familyFiles()) {
-        SCOPED_TRACE(file.name);
-        const std::string content = support::readBytes(scratch / file.name);
-        const ChildResult result =
-            support::runWhileFileVanishes({QUILLON_TOOL, "info", "walker.zvx"}, file.name, 2, inScratch());
-        if (result.outcome == support::cannotWatch) {
-            GTEST_SKIP() << "no process may watch another here";
-        }
-        // The reader of the specification adds its own line to that of the check.
-        const std::string first = file.name == "walker.zvx" ? file.unopened + "\n       " : "";
-        expectRun(result, "1", "",
-                  file.readBefore + "\n\nERROR: " + first + "Unable to open \"" + file.name +
-                      "\".\n       File does not exist.\n\n");
-        writeBytes(scratch / file.name, content);
-    }
-}
-
-TEST_F(MachineFailures, PipeWithAWriterIsReadAsAFile) {
-    const std::string report = info().out;
-    for (const FamilyFile& file : familyFiles()) {
-        SCOPED_TRACE(file.name);
-        shell("mv " + file.name + " kept && mkfifo " + file.name);
-        const std::string line = "cat kept >" + file.name + " & exec " + QUILLON_TOOL + " info walker.zvx";
-        expectRun(support::runProgram({"/bin/sh", "-c", line}, inScratch()), "0", report, allRead);
-        shell("mv kept " + file.name);
-    }
-}
-
-// A script sets a limit of its own.
-TEST_F(MachineFailures, PipeThatNobodyWritesToIsWaitedFor) {
-    shell("rm walker.limits && mkfifo walker.limits");
+TEST_F(MachineFailures, NothingIsNeededOfTheEnvironment) {
     ChildOptions options = inScratch();
-    options.timeLimit = std::chrono::milliseconds(support::checksAddresses ? 2000 : 500);
-    expectRun(support::runProgram({QUILLON_TOOL, "info", "walker.zvx"}, options), "TIMEOUT", "",
-              "Read walker.zvx\nRead walker.probdef\nRead walker.model\n");
+    options.environment.emplace();
+    expectRun(support::runProgram({QUILLON_TOOL, "info", "walker.zvx"}, options), "0", info().out, allRead);
 }
 
-// --- Compressed files ----------------------------------------------------------------------------
-
-TEST_F(MachineFailures, CompressedFileThatIsCutOffIsReadAsTheShorterText) {
-    shell("gzip walker.probdef");
-    const std::string whole = support::readBytes(scratch / "walker.probdef.gz");
-    // The tool's own complaint goes to the same standard error, in words of its own.
-    writeStandIn("gunzip", "PATH=/usr/local/bin:/usr/bin:/bin\nexec gunzip \"$@\" 2>/dev/null");
-    for (const std::size_t length : {whole.size() / 2, whole.size() - 9, std::size_t{30}, std::size_t{0}}) {
-        SCOPED_TRACE(length);
-        writeBytes(scratch / "walker.probdef.gz", whole.substr(0, length));
-        const ChildResult cut = infoAfter([this] { useStandIns(); });
-        shell("gunzip -c walker.probdef.gz >walker.probdef 2>/dev/null; true");
-        const ChildResult shorter = info();
-        expectRun(cut, shorter.outcome, shorter.out, shorter.err);
-        fs::remove(scratch / "walker.probdef");
-    }
-    writeBytes(scratch / "walker.probdef.gz", whole.substr(0, whole.size() / 2));
-    EXPECT_EQ(infoAfter([this] { useStandIns(); }).outcome, "1");
-}
-
-TEST_F(MachineFailures, ToolThatDiesHalfWayLeavesTheShorterText) {
-    const std::string problem = support::readBytes(scratch / "walker.probdef");
-    writeBytes(scratch / "half", problem.substr(0, problem.size() / 2));
-    writeBytes(scratch / "walker.probdef", problem.substr(0, problem.size() / 2));
-    const ChildResult shorter = info();
-    EXPECT_EQ(shorter.outcome, "1");
-    fs::rename(scratch / "walker.probdef", scratch / "walker.probdef.gz");
-    for (const char* const end : {"exit 1", "kill -KILL $$"}) {
-        SCOPED_TRACE(end);
-        writeStandIn("gunzip", std::string("cat half\n") + end);
-        expectRun(infoAfter([this] { useStandIns(); }), "1", "", shorter.err);
-    }
-}
-
-TEST_F(MachineFailures, ToolThatFailsAtItsStartLeavesAnEmptyFile) {
-    writeBytes(scratch / "empty.zvx", "");
-    writeBytes(scratch / "packed.zvx.gz", "");
-    writeStandIn("gunzip", "exit 1");
-    expectRun(infoAfter([this] { useStandIns(); }, "packed.zvx"), "1", "", info("empty.zvx").err);
-}
-
-TEST_F(MachineFailures, ToolThatNeitherWritesNorEndsIsWaitedFor) {
-    shell("gzip walker.zvx");
-    writeStandIn("gunzip", "exec sleep 60");
-    ChildOptions options = inScratch();
-    options.timeLimit = std::chrono::milliseconds(support::checksAddresses ? 2000 : 500);
-    const ChildResult result = support::runFunction(
-        [this] {
-            useStandIns();
-            writeBytes(scratch / "process", std::to_string(getpid()));
-            becomeTool({"info", "walker.zvx"});
-        },
-        options);
-    EXPECT_EQ(result.outcome, "TIMEOUT");
-    EXPECT_EQ(result.out + result.err, "");
-    // Such an end leaves the pipe behind.
-    EXPECT_TRUE(fs::remove("/var/tmp/compifstream0." + support::readBytes(scratch / "process")));
-}
-
-/// What is told when the pipe of the specification cannot be made.
-std::string messagesWithoutPipe(const std::string& process, const std::string& cause) {
-    return "\n\nERROR: Unable to open 'walker.zvx'.\n       Unable to create named pipe "
-           "\"/var/tmp/compifstream0." +
-           process + "\".\n       " + cause + "\n\n";
-}
-
-TEST_F(MachineFailures, TemporaryDirectoryThatCannotBeWrittenIsNamedWithTheCause) {
-    if (countsLines) {
-        GTEST_SKIP() << "as another user the program may not write its counts, and says so";
-    }
-    if (geteuid() != 0) {
-        GTEST_SKIP() << "only the superuser can put another directory in the place of /var/tmp";
-    }
-    shell("gzip walker.zvx && mkdir -m 777 notes");
-    const ChildResult result = support::runFunction(
-        [] {
-            const bool isReplaced = unshare(CLONE_NEWNS) == 0 &&
-                                    mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
-                                    mount("none", "/var/tmp", "tmpfs", 0, "mode=0755") == 0;
-            if (!isReplaced || setgid(65534) != 0 || setuid(65534) != 0) {
-                _exit(77);
-            }
-            writeBytes("notes/process", std::to_string(getpid()));
-            becomeTool({"info", "walker.zvx"});
-        },
-        inScratch());
-    if (result.outcome == "77") {
-        GTEST_SKIP() << "no directory can be put in the place of /var/tmp here";
-    }
-    const std::string process = support::readBytes(scratch / "notes/process");
-    expectRun(result, "1", "", messagesWithoutPipe(process, "Permission denied"));
-}
-
-TEST_F(MachineFailures, PipeThatIsThereAlreadyIsNamedWithTheCause) {
-    shell("gzip walker.zvx");
-    const ChildResult result = infoAfter([this] {
-        writeBytes(scratch / "process", std::to_string(getpid()));
-        writeBytes("/var/tmp/compifstream0." + std::to_string(getpid()), "");
+TEST_F(MachineFailures, WorkingDirectoryThatIsGoneHoldsNoFile) {
+    const ChildResult result = infoAfter([] {
+        fs::create_directory("gone");
+        fs::current_path("gone");
+        fs::remove("../gone");
     });
-    const std::string process = support::readBytes(scratch / "process");
-    expectRun(result, "1", "", messagesWithoutPipe(process, "File exists"));
-    EXPECT_TRUE(fs::remove("/var/tmp/compifstream0." + process)) << "Somebody else's file has been removed.";
+    expectRun(result, "1", "", "\n\nERROR: Unable to open \"walker.zvx\".\n       File does not exist.\n\n");
+}
+
+TEST_F(MachineFailures, OneFreeDescriptorIsEnough) {
+    const ChildResult result = infoAfter([] {
+        const rlimit limit = {STDERR_FILENO + 2, STDERR_FILENO + 2};
+        setrlimit(RLIMIT_NOFILE, &limit);
+    });
+    expectRun(result, "0", info().out, allRead);
+}
+
+TEST_F(MachineFailures, ProgramThatIsStoppedForAWhileGoesOn) {
+    const std::string report = info().out;
+    shell("mv walker.zvx kept && mkfifo walker.zvx");
+    const std::string line = "(sleep 0.1; kill -STOP $$; sleep 0.1; kill -CONT $$; cat kept >walker.zvx) & "
+                             "exec " QUILLON_TOOL " info walker.zvx";
+    expectRun(support::runProgram({"/bin/sh", "-c", line}, inScratch()), "0", report, allRead);
+}
+
+TEST_F(MachineFailures, WithoutMemoryTheProgramAborts) {
+    if (support::checksAddresses) {
+        GTEST_SKIP() << "a limit of the address space leaves no room for the checks themselves";
+    }
+    writeBytes(scratch / "line.limits",
+               "Kym System Variable Limits File\nv2.00\n" + std::string(40'000'000, 'x'));
+    writeBytes(scratch / "line.zvx", "Kym Problem Specification File\nv1.00\nLIMITS: line.limits\n");
+    const ChildResult result = infoAfter(
+        [] {
+            const rlimit limit = {64'000'000, 64'000'000};
+            setrlimit(RLIMIT_AS, &limit);
+        },
+        "line.zvx");
+    EXPECT_EQ(result.outcome, "SIGABRT");
+    EXPECT_EQ(result.out, "");
+    // The words are those of the C++ library.
+    EXPECT_TRUE(result.err.starts_with("Read line.zvx\nterminate called")) << result.err;
 }
 
 // --- Sizes ---------------------------------------------------------------------------------------
@@ -450,4 +242,4 @@ TEST_F(MachineFailures, LineOfAHundredMegabytesIsToldByItsStart) {
 }
 
 } // namespace
-} // namespace quillon
+} // namespace quillon::test
