@@ -1,6 +1,7 @@
 // What the writers of all files do when the disk takes no more. Those of the limits have more to tell, and
 // tests beside theirs.
 
+#include "quillon/files/LmCompOFStream.h"
 #include "quillon/files/LmOFStream.h"
 #include "quillon/limits/LimitsReader.h"
 #include "quillon/limits/LimitsWriter.h"
@@ -10,6 +11,7 @@
 #include "quillon/tool/LqProblemSpec.h"
 #include "quillon/tool/ProblemSpecReader.h"
 #include "quillon/tool/ProblemSpecWriter.h"
+#include "tests/files/FileTestSupport.h"
 #include "tests/support/ChildProcess.h"
 #include "tests/support/ScratchDirectory.h"
 #include "tests/support/StatusChain.h"
@@ -89,9 +91,7 @@ protected:
             setrlimit(RLIMIT_FSIZE, &limit);
             body();
             setrlimit(RLIMIT_FSIZE, &before); // a build that counts lines writes its counts at the end
-            for (const test::StatusLine& line : test::chainOf()) {
-                std::cout << line << '\n';
-            }
+            test::printChain();
         });
     }
 
@@ -117,7 +117,10 @@ TEST_F(FullDisk, MakesTheWriterOfAProblemDefinitionAnswerNo) {
 }
 
 TEST_F(FullDisk, ShowsInAStreamOfOnesOwn) {
-    for (const Writer& writer : writers()) {
+    std::vector<Writer> all = writers();
+    all.push_back(
+        {"older limits", {}, [this](std::ostream& output) { writeOlderLimits(bundle.limits, output); }, {}});
+    for (const Writer& writer : all) {
         SCOPED_TRACE(writer.name);
         const auto writeTo = [&writer](const char* path) {
             LmOFStream output(path);
@@ -130,6 +133,32 @@ TEST_F(FullDisk, ShowsInAStreamOfOnesOwn) {
         EXPECT_TRUE(writeTo((scratch / "a").c_str()));
         EXPECT_EQ(test::takeChain(), StatusChain{});
     }
+}
+
+// The older limits are written to streams alone, and nothing is told there.
+TEST_F(FullDisk, PassesTheWriterOfOlderLimitsInSilence) {
+    LmOFStream output("/dev/full");
+    writeOlderLimits(bundle.limits, output);
+    EXPECT_TRUE(output.bad());
+    EXPECT_EQ(test::takeChain(), StatusChain{});
+}
+
+// What becomes of the file is the tool's affair, which complains in words of its own.
+TEST_F(FullDisk, DoesNotShowInACompressedStream) {
+    const std::string path = scratch / "a.gz";
+    std::filesystem::create_symlink("/dev/full", path);
+    const support::ChildResult result = support::runFunction([&] {
+        LmCompOFStream output;
+        output.open(path.c_str());
+        bundle.model.writeModelStream(output, bundle.problemDef);
+        output.close();
+        std::cout << (output.good() ? "good" : "fail") << '\n';
+        test::printChain();
+    });
+    EXPECT_EQ(result.outcome, "0");
+    EXPECT_EQ(result.out, "good\n");
+    EXPECT_NE(result.err, "");
+    EXPECT_FALSE(result.leftProcesses);
 }
 
 TEST_F(FullDisk, LeavesTheBeginningOfAFileThatMayNotGrow) {
