@@ -16,8 +16,6 @@ namespace {
 
 /// So many decimal digits fit into 64 bits, whatever they are.
 constexpr std::ptrdiff_t safeDigitCount = 18;
-/// The same for 32 bits with a sign.
-constexpr std::ptrdiff_t safeIntDigitCount = 9;
 
 /// Takes decimal digits into `value`, which overflows beyond `safeDigitCount` of them, and returns their end.
 inline const char* scanDigits(const char* at, const char* end, std::uint64_t& value) {
@@ -62,11 +60,6 @@ inline const char* scanManyDigits(const char* at, const char* end, std::uint64_t
     return scanDigits(at, end, value);
 }
 
-inline const char* scanSign(const char* at, const char* end, bool& negative) {
-    negative = at != end && *at == '-';
-    return negative || (at != end && *at == '+') ? at + 1 : at;
-}
-
 /// Reads digits with a sign. Null when there are none, too many, or when they end at `end`.
 inline const char* scanSigned(const char* at, const char* end, std::int64_t& value) {
     bool negative = false;
@@ -85,20 +78,6 @@ constexpr double powersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
 constexpr std::int64_t greatestExactPower = 22;
 
 } // namespace
-
-const char* scanInt(const char* at, const char* end, std::int32_t& out) {
-    bool negative = false;
-    const char* const digits = scanSign(at, end, negative);
-    std::uint32_t magnitude = 0;
-    for (at = digits; at != end && isDigit(*at); ++at) {
-        magnitude = magnitude * 10 + static_cast<std::uint32_t>(*at - '0');
-    }
-    if (at == digits || at == end || at - digits > safeIntDigitCount) {
-        return nullptr;
-    }
-    out = negative ? -static_cast<std::int32_t>(magnitude) : static_cast<std::int32_t>(magnitude);
-    return at;
-}
 
 const char* scanDouble(const char* at, const char* end, double& out) {
     bool negative = false;

@@ -43,17 +43,18 @@ inline bool hasClassicLocale(std::ios_base& stream) {
     return (known == unknown ? learnLocale(stream, index) : known) == classic;
 }
 
-/// The buffer of a stream that may be looked into for a number or a word as the classic locale has them, or
-/// null.
-inline std::streambuf* plainBuffer(std::istream& stream) {
-    std::ios& input = stream; // looked for once: it is a virtual base
-    const bool isPlain = isReady(input) && input.flags() == (std::ios_base::skipws | std::ios_base::dec) &&
-                         hasClassicLocale(input);
-    return isPlain ? input.rdbuf() : nullptr;
+/// Whether the buffer may be looked into for a number or a word as the classic locale has them.
+inline bool isReadyAndPlain(std::ios& input) {
+    return isReady(input) && input.flags() == (std::ios_base::skipws | std::ios_base::dec) &&
+           hasClassicLocale(input);
 }
 
 const char* skipSpaces(const char* at, const char* end) {
-    while (at != end && isSpace(*at)) {
+    // Nearly all white space in front of numbers is blanks, and nothing above a blank is white space.
+    while (at != end && *at == ' ') {
+        ++at;
+    }
+    while (at != end && *at <= ' ' && isSpace(*at)) {
         ++at;
     }
     return at;
@@ -73,28 +74,39 @@ std::size_t waitingCount(const ReadArea& area) {
 
 // --- Numbers -------------------------------------------------------------------------------------
 
+namespace {
+
+/// Apart, so that the usual way through an extraction is short.
+template <class Number>
+[[gnu::noinline]] bool extractByStandard(std::istream& input, Number& value) {
+    input >> value;
+    return !input.fail();
+}
+
+} // namespace
+
 bool extractInt(std::istream& input, std::int32_t& value) {
-    if (std::streambuf* const buffer = plainBuffer(input)) {
-        ReadArea area(*buffer);
+    std::ios& state = input; // looked for once: it is a virtual base
+    if (isReadyAndPlain(state)) {
+        ReadArea area(*state.rdbuf());
         if (const char* const end = scanInt(skipSpaces(area.begin(), area.end()), area.end(), value)) {
             area.take(static_cast<std::size_t>(end - area.begin()));
             return true;
         }
     }
-    input >> value;
-    return !input.fail();
+    return extractByStandard(input, value);
 }
 
 bool extractDouble(std::istream& input, double& value) {
-    if (std::streambuf* const buffer = plainBuffer(input)) {
-        ReadArea area(*buffer);
+    std::ios& state = input; // looked for once: it is a virtual base
+    if (isReadyAndPlain(state)) {
+        ReadArea area(*state.rdbuf());
         if (const char* const end = scanDouble(skipSpaces(area.begin(), area.end()), area.end(), value)) {
             area.take(static_cast<std::size_t>(end - area.begin()));
             return true;
         }
     }
-    input >> value;
-    return !input.fail();
+    return extractByStandard(input, value);
 }
 
 bool extractFloat(std::istream& input, float& value) {
@@ -113,8 +125,8 @@ float narrowed(double value) {
 // --- Characters and lines ------------------------------------------------------------------------
 
 bool skipWhiteSpace(std::istream& input) {
-    if (std::streambuf* const buffer = plainBuffer(input)) {
-        ReadArea area(*buffer);
+    if (isReadyAndPlain(input)) {
+        ReadArea area(*input.rdbuf());
         const char* const end = skipSpaces(area.begin(), area.end());
         if (end != area.end()) {
             area.take(static_cast<std::size_t>(end - area.begin()));
@@ -177,11 +189,10 @@ void takeWaiting(std::istream& input, std::size_t count) {
 }
 
 std::string_view takeWaitingWord(std::istream& input) {
-    std::streambuf* const buffer = plainBuffer(input);
-    if (buffer == nullptr) {
+    if (!isReadyAndPlain(input)) {
         return {};
     }
-    ReadArea area(*buffer);
+    ReadArea area(*input.rdbuf());
     const char* const begin = skipSpaces(area.begin(), area.end());
     const char* const end = std::find_if(begin, area.end(), isSpace);
     if (end == area.end()) {

@@ -130,7 +130,7 @@ TEST(FormatReal, GivesWhatAStreamGivesForRandomBits) {
     FormatComparison comparison;
     std::mt19937 random(seed);
     int failures = 0;
-    for (int i = 0; i < 400000 && failures < 5; ++i) {
+    for (int i = 0; i < 2000000 && failures < 5; ++i) {
         failures += comparison.agreesOn(floatOf(static_cast<std::uint32_t>(random()))) ? 0 : 1;
     }
 }
