@@ -21,7 +21,7 @@ build fuzz write_seeds "${targets[@]/#/fuzz_}"
 
 # The last number that libFuzzer gives behind a word in its log.
 last_number() {
-    grep -o "$1 *[0-9]*" "$2" | tail -1 | grep -o '[0-9]*$' || echo -
+    grep -ao "$1 *[0-9]*" "$2" | tail -1 | grep -o '[0-9]*$' || echo -
 }
 
 result=0
