@@ -10,7 +10,7 @@ char* strAppendRealloc(char* text, const char* more);
 const char* strFindLast(const char* text, char c);
 /// A heap copy that the caller frees with `free`.
 char* strDuplicate(const char* text);
-/// Remove white space in place and return the text.
+/// Each removes white space in place, at the end, the front or both, and returns the text that it was given.
 char* strTrimRight(char* text);
 char* strTrimLeft(char* text);
 char* strTrim(char* text);

@@ -19,7 +19,8 @@ private:
     int counter = 1;
 };
 
-/// How often the row loops of problem definitions and models ask, and those of the older limits form.
+/// After how many records each row loop asks first: that of problem definitions and models, and that of the
+/// older limits form. From then on it asks after one record less.
 inline constexpr int recordsBeforeCancelPoll = 4;
 inline constexpr int limitsBeforeCancelPoll = 6;
 

@@ -10,7 +10,7 @@ namespace quillon {
 /// The data-file formats, which all start with a line of the file id and a line of "v" and the version.
 enum class DataFileFormat { ProblemSpec, ProblemDef, Model, Limits, ScaleDef, Measured };
 
-/// The file ids and versions.
+/// The file id and the version of each format, as its writer puts them on the first two lines.
 extern const LmStr problemSpecFileId;
 extern const LmStr problemDefFileId;
 extern const LmStr modelFileId;

@@ -89,7 +89,7 @@ private:
 /// The status that most of the library reports on. Empty at program start.
 LmStatus& currentStatus();
 
-/// The operations of `LmStatus` on the current status.
+/// Each is the operation of `LmStatus` of that name on the current status.
 void pushError(const LmStr& text);
 void pushErrorf(const char* format, ...) __attribute__((format(printf, 1, 2)));
 void pushWarning(const LmStr& text);

@@ -266,7 +266,7 @@ struct MovesByBytes<LmStr> : std::true_type {};
 std::ostream& operator<<(std::ostream& output, const LmStr& text);
 /// `LmStr::readWord`.
 std::istream& operator>>(std::istream& input, LmStr& text);
-
+/// Each gives a new string: both texts, one behind the other. None may be null.
 LmStr operator+(const LmStr& left, const char* right);
 LmStr operator+(const LmStr& left, const LmStr& right);
 LmStr operator+(const char* left, const LmStr& right);

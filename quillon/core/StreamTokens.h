@@ -22,7 +22,7 @@ void checkStream(std::istream& input, const char* what);
 float readStreamFloat(std::istream& input, const char* what);
 /// Three reals; the rest stays 0 once an error stands.
 std::array<float, 3> readStreamVector(std::istream& input, const char* what);
-std::int32_t readStreamInt(std::istream& input, const char* what);
+std::int32_t readStreamInt(std::istream& input, const char* what); ///< an integer, in decimal
 /// A word, or a text in double quotes that ends on its own line; null after "Hit end of line in string
 /// reading " and the name.
 LmStr readStreamString(std::istream& input, const char* what);

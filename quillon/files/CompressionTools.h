@@ -25,6 +25,7 @@ struct CompressionKind {
     CompressionCommand compress;   ///< takes the pipe and the compressed file
 };
 
+/// All kinds, in the order in which a name is tested for them.
 inline constexpr std::array<CompressionKind, 3> compressionKinds = {{
     {".Z", "Z", 3, {"uncompress -c %s >%s &", "uncompress"}, {"compress <%s >%s &", "compress"}},
     {".gz", "gz", 4, {"gunzip -c %s >%s &", "gunzip"}, {"gzip -9 <%s >%s &", "gzip"}},

@@ -21,8 +21,8 @@ bool checkFileWritable(const LmStr& path, LmStatus& status = currentStatus());
 
 // Tests of what a path leads to, links followed. False when the path cannot be examined.
 
-/// Whether there is anything at the path, whether the process may read it, write it, execute it. With
-/// `orCompressed` the question is about `findCompressedVariant(path)`.
+/// Each asks one of: whether there is anything at the path, whether the process may read it, write it,
+/// execute it. With `orCompressed` the question is about `findCompressedVariant(path)`.
 bool fileExists(const LmStr& path, bool orCompressed = false);
 bool fileReadable(const LmStr& path, bool orCompressed = false);
 bool fileWritable(const LmStr& path, bool orCompressed = false);

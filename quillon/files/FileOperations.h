@@ -17,7 +17,7 @@ bool makeSymLink(const LmStr& from, const LmStr& to);
 
 /// Takes the mode bits off the file's permissions. A failure is told on standard error and gives false.
 bool removeFilePermission(const LmStr& path, unsigned bits);
-bool removeOwnerRead(const LmStr& path);
-bool removeOwnerWrite(const LmStr& path);
+bool removeOwnerRead(const LmStr& path);  ///< `removeFilePermission` with 0400
+bool removeOwnerWrite(const LmStr& path); ///< `removeFilePermission` with 0200
 
 } // namespace quillon

@@ -47,6 +47,6 @@ void beginIncludeBlock(std::ostream& output, const LmStr& fileName);
 void writeIncludeText(std::ostream& output, const char* key, const LmStr& text);
 /// Writes the line of a number in the stream's format of integers.
 void writeIncludeNumber(std::ostream& output, const char* key, std::int32_t number);
-void endIncludeBlock(std::ostream& output);
+void endIncludeBlock(std::ostream& output); ///< writes the line of the closing brace
 
 } // namespace quillon

@@ -118,11 +118,11 @@ LmDirLayout& dirLayout();
 
 /// The product's name, "Undefined" until it is set. One for the process.
 const LmStr& productName();
-void setProductName(const LmStr& name);
+void setProductName(const LmStr& name); ///< for the whole process
 
 /// A second name, for host programs: nothing here uses it. One for the process.
 const LmStr& extraName();
-void setExtraName(const LmStr& name);
+void setExtraName(const LmStr& name); ///< for the whole process
 
 /// Sets both variables of the tracking tool's working directory in `env`, to the path without one '/' at its
 /// end.

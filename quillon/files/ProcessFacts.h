@@ -22,7 +22,7 @@ bool effectiveUserInfo(LmStr* nameOut, LmStr* homeOut);
 /// The host's name, cut at 80 characters; empty when the system does not tell.
 LmStr hostName();
 
-long clockTicksPerSecond();
+long clockTicksPerSecond(); ///< the length of a clock tick is its inverse, in seconds
 /// The number of processors in use by the system.
 int cpuCount();
 

@@ -79,7 +79,8 @@ void transposeInPlace(LmMat3& m);
 /// The determinant of `m`, expanded along row 0.
 float determinant(const LmMat3& m);
 
-/// out = the inverse of any 3x3, by cofactors. `out` may be `m`. A singular `m` gives non-finite elements.
+/// out = the inverse of any 3x3: the transposed cofactors over the determinant (Cramer's rule). `out` may be
+/// `m`. A singular `m` gives non-finite elements.
 void inverse(LmMat3& out, const LmMat3& m);
 
 /// out = the inverse of an orthonormal matrix: its transpose. `out` may be `m`.
@@ -88,7 +89,8 @@ void invertRigid(LmMat3& out, const LmMat3& m);
 /// Replaces the orthonormal `m` by its inverse.
 void invertRigidInPlace(LmMat3& m);
 
-/// out = the inverse of a matrix whose rows are orthogonal, of any length but 0. `out` may be `m`.
+/// out = the inverse of a matrix whose rows are orthogonal, of any length but 0: row r of `m` over its
+/// squared length is column r of `out`, which may be `m`.
 void invertRotationScale(LmMat3& out, const LmMat3& m);
 
 /// Replaces `m`, whose rows are orthogonal, by its inverse.
@@ -97,19 +99,21 @@ void invertRotationScaleInPlace(LmMat3& m);
 /// Divides each row of `m` by its length and returns the three lengths.
 LmVec3 normalizeRows(LmMat3& m);
 
-/// Stretches row `row` of `m` along the direction of `v` by the length of `v`.
+/// Stretches row `row` of `m` along the direction of `v` by the length L of `v`: r + v dot(r, v) (L - 1) /
+/// L². A zero `v` gives NaNs.
 void scaleAlong(LmMat3& m, std::size_t row, const LmVec3& v);
 
-/// Stretches all three rows of `m` along the direction of `v` by the length of `v`.
+/// `scaleAlong` on each of the three rows of `m`.
 void scaleAlongAll(LmMat3& m, const LmVec3& v);
 
-/// m = R m, with R the rotation about X by `angle` radians: mixes rows 1 and 2.
+/// m = R m, with R the rotation about X by `angle` radians, of the rows 1 0 0, 0 c s and 0 -s c with its
+/// cosine c and sine s: mixes rows 1 and 2.
 void rotateX(LmMat3& m, float angle);
 
-/// m = R m, with R the rotation about Y by `angle` radians: mixes rows 0 and 2.
+/// m = R m, with R the rotation about Y, of the rows c 0 -s, 0 1 0 and s 0 c: mixes rows 0 and 2.
 void rotateY(LmMat3& m, float angle);
 
-/// m = R m, with R the rotation about Z by `angle` radians: mixes rows 0 and 1.
+/// m = R m, with R the rotation about Z, of the rows c s 0, -s c 0 and 0 0 1: mixes rows 0 and 1.
 void rotateZ(LmMat3& m, float angle);
 
 /// m = m R, with R the rotation about X by `angle` radians: mixes columns 1 and 2.

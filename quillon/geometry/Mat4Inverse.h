@@ -10,10 +10,11 @@ namespace quillon {
 // A caller picks the inverse that its matrix allows; none tests its input, and a singular matrix gives
 // non-finite elements.
 
-/// out = the inverse of any 4x4, in closed form over 2x2 sub-determinants. `out` may be `m`.
+/// out = the inverse of any 4x4: the transposed cofactors over the determinant, both by Laplace's expansion
+/// over the 2x2 sub-determinants of rows 0, 1 and of rows 2, 3. `out` may be `m`.
 void inverse(LmMat4& out, const LmMat4& m);
 
-/// Replaces any 4x4 by its inverse, by cofactors.
+/// Replaces any 4x4 by its inverse: `adjugate` over the determinant, from `subDeterminant`.
 void invertInPlace(LmMat4& m);
 
 /// Replaces `m` by its adjugate: the inverse times the determinant, which may be 0.

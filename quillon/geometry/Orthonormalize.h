@@ -6,7 +6,8 @@
 namespace quillon {
 
 /// Brings a rotation that has drifted back to orthonormal rows: two passes that normalise rows, then
-/// columns, and take the mean of the matrix and its cofactor matrix.
+/// columns, and take the mean of the matrix and its cofactor matrix. Where the determinant is 1 that mean is
+/// (m + m⁻ᵀ) / 2, a step of Newton's iteration for the polar factor.
 void orthonormalize(LmMat3& m);
 
 /// Brings a rotation that has drifted to the nearest rotation, its polar factor m (mᵀ m)^(-1/2), by nine

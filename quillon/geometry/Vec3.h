@@ -35,8 +35,8 @@ bool hasUnitLength(const LmVec3& v);
 /// Points on one line give the zero vector.
 LmVec3 planeNormal(const LmVec3& a, const LmVec3& b, const LmVec3& c);
 
-/// A vector at right angles to `v`: v x e, where the unit axis e is chosen by the magnitudes of `v`.
-/// Not of unit length; the zero vector gives the zero vector.
+/// A vector at right angles to `v`: v x e, with e the unit axis Z where x is the greatest element of `v` by
+/// magnitude, X where y is, and Y where z is. Not of unit length; the zero vector gives the zero vector.
 LmVec3 perpendicular(const LmVec3& v);
 
 } // namespace quillon

@@ -16,7 +16,8 @@ inline constexpr const char* referenceSystemName = "ReferenceSystemZero";
 /// The number of elementary transformations of a body.
 inline constexpr int transformCount = 6;
 
-/// The bits of a body's `type`.
+/// Each is a bit of a body's `type`: that of a body with a type one variable, a length and a direction, and
+/// that of a body with a type two variable and a direction.
 inline constexpr std::int32_t bodyTypeOne = 1;
 inline constexpr std::int32_t bodyTypeTwo = 2;
 

@@ -7,13 +7,14 @@ namespace quillon {
 
 /// A name of at most this many characters fills exactly as many columns; a longer one is quoted.
 inline constexpr int nameColumns = 20;
-inline constexpr char nameQuote = '"';
-inline constexpr char blankBehindQuote = ' ';
+inline constexpr char nameQuote = '"';        ///< around a longer name
+inline constexpr char blankBehindQuote = ' '; ///< behind the closing quote
 
 /// Room for the rest of a system variable's line, with one place for the end of the text.
 inline constexpr int descriptionBufferSize = 80;
 
-/// Blanks that stand between two columns, and that the reader skips by their number, whatever they are.
+/// How many blanks stand in front of each name field; the reader skips that many characters, whatever they
+/// are.
 inline constexpr int blanksBeforeBodyName = 1;
 inline constexpr int blanksBeforeRealBodyName = 4;
 inline constexpr int blanksBeforeFixBodyName = 2;

@@ -10,7 +10,7 @@ class LqMeasuredData;
 
 namespace scaleDef {
 
-/// What a limit that is given as "*" stands for.
+/// What each limit stands for that is given as "*": the least and the greatest finite number.
 inline constexpr float noLowerLimit = std::numeric_limits<float>::lowest();
 inline constexpr float noUpperLimit = std::numeric_limits<float>::max();
 

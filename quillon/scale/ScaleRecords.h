@@ -65,7 +65,8 @@ struct GlobalConst_t {
     friend bool operator==(const GlobalConst_t&, const GlobalConst_t&) = default;
 };
 
-/// A position constraint: holds a body in place relative to another one.
+/// A position constraint: holds a body in place relative to another one. The mappings stand by axis, whatever
+/// the order; reports nevertheless label mapping k with entry k of `transformOrder`.
 struct PositionConst_t {
     /// Transformation order 1 to 6 and six mappings of id 0, all fixed at 0.
     PositionConst_t();
@@ -81,7 +82,7 @@ struct PositionConst_t {
     LmMat3 baseRotation = identityMat3;            ///< in the frame of the parent
 };
 
-bool operator==(const PositionConst_t& left, const PositionConst_t& right);
+bool operator==(const PositionConst_t& left, const PositionConst_t& right); ///< field by field
 
 /// A body that is scaled along three axes, which form a right-handed orthonormal frame.
 struct BodyParams_t {
@@ -92,7 +93,7 @@ struct BodyParams_t {
     std::array<ScaleMapping, 3> scale; ///< along the first, the second and the third axis
 };
 
-bool operator==(const BodyParams_t& left, const BodyParams_t& right);
+bool operator==(const BodyParams_t& left, const BodyParams_t& right); ///< field by field
 
 /// A marker that exists only while scaling.
 struct TempData_t {

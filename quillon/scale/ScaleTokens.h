@@ -24,7 +24,7 @@ void checkRead(std::istream& input, const char* what);
 float readFloatValue(std::istream& input, const char* what);
 /// Three reals in the order x, y, z; once an error stands, the rest stays 0.
 LmVec3 readVectorValue(std::istream& input, const char* what);
-std::int32_t readIntValue(std::istream& input, const char* what);
+std::int32_t readIntValue(std::istream& input, const char* what); ///< an integer, in decimal
 /// A word, or a text in double quotes on one line, of any length and without escapes. Empty, never null,
 /// after a failure.
 LmStr readNameValue(std::istream& input, const char* what);

@@ -40,8 +40,8 @@ std::string_view transformLabel(std::int32_t id);
 /// Adds an entry for a number that is not 0.
 void addValue(ValueList& list, std::string_view name, float number);
 
-/// A value list of the translation (metres) and of the rotation's angles about x, y and z (radians), each
-/// left out when it is 0; nothing at all for an identity.
+/// A value list of the translation and of the rotation's angles about x, y and z (radians, by `matrixToEuler`
+/// with the order 1, 2, 3), each left out when it is 0; nothing at all for an identity.
 void writeTransformAttribute(ReportText& out, const char* label, const LmVec3& translation,
                              const LmMat3& rotation);
 
