@@ -5,6 +5,7 @@
 # - Members that every class has get words: copies, moves, destruction, comparison of all fields, loops over elements;
 #   so do words of a file, names for records, and directories, which say what they are.
 # - What is protected counts as private: the reference is for those who use a class.
+# - Each header counts as described: Doxygen is silent about the functions of a file that is not.
 
 function indentOf(line) {
     match(line, /^ */)
@@ -47,6 +48,11 @@ function describeSpecial(line) {
         match(line, /".*"/)
         describe("The directory " substr(line, RSTART, RLENGTH) " below the data directory.")
     }
+}
+
+FNR == 1 {
+    # In the same line, so that the numbers of lines stay.
+    printf "/** @file */ "
 }
 
 /^ *(class|struct) [A-Za-z_]+/ && !/;$/ {

@@ -81,7 +81,7 @@ split_into_packages() {
     add_documents libquillon-dev
     cp -r "$source_dir/examples" "$staged/quillon/usr/share/doc/quillon/"
     cp -r "$source_dir/docs" "$staged/libquillon-dev/usr/share/doc/libquillon-dev/"
-    rm -f "$staged/libquillon-dev/usr/share/doc/libquillon-dev/docs/"{*.awk,Doxyfile}
+    rm -f "$staged/libquillon-dev/usr/share/doc/libquillon-dev/docs/"{*.awk,*.dox,Doxyfile}
 
     find "$staged/quillon/usr/share/man" -type f -exec gzip -9n {} +
     strip --remove-section=.comment --remove-section=.note "$staged/quillon/usr/bin/quillon"
