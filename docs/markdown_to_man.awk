@@ -88,7 +88,8 @@ function beginTable(    i, format) {
     endParagraph()
     wide = cellCount > 2
     if (wide) {
-        print ".PP\n.TS"
+        # A terminal has no pages, but groff looks for room on one for each text block of a table, in vain now and then.
+        print ".PP\n.if n .pl +200v\n.TS"
         for (i = 1; i <= cellCount; i++) {
             format = format (i > 1 ? " " : "") "lb"
         }
