@@ -82,6 +82,8 @@ split_into_packages() {
     cp -r "$source_dir/examples" "$staged/quillon/usr/share/doc/quillon/"
     cp -r "$source_dir/docs" "$staged/libquillon-dev/usr/share/doc/libquillon-dev/"
     rm -f "$staged/libquillon-dev/usr/share/doc/libquillon-dev/docs/"{*.awk,*.dox,Doxyfile}
+    # The pages refer to the examples beside them.
+    ln -s ../quillon/examples "$staged/libquillon-dev/usr/share/doc/libquillon-dev/examples"
 
     find "$staged/quillon/usr/share/man" -type f -exec gzip -9n {} +
     strip --remove-section=.comment --remove-section=.note "$staged/quillon/usr/bin/quillon"
@@ -127,7 +129,8 @@ Depends: $(library_packages)" "report on the data files of a motion-capture prob
  A solving system for motion capture describes a problem in a family of text
  files. This program reads such a family and prints it as one report, a line
  for each object."
-make_package libquillon-dev "Section: libdevel" "readers and writers for the data files of motion-capture problems
+make_package libquillon-dev "Section: libdevel
+Recommends: quillon (= $version)" "readers and writers for the data files of motion-capture problems
  A solving system for motion capture describes a problem in a family of text
  files. This package holds a static library that reads, checks, changes and
  writes them, with its headers and documentation."
