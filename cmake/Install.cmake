@@ -37,8 +37,11 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/quillonConfigVersion.cmak
 install(FILES ${PROJECT_BINARY_DIR}/quillonConfig.cmake ${PROJECT_BINARY_DIR}/quillonConfigVersion.cmake
     DESTINATION ${package_directory})
 
-# The file names its prefix by where it lies itself, so that an installed tree can be moved.
-cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX BASE_DIRECTORY ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig
-    OUTPUT_VARIABLE prefix_from_pkgconfig)
+# The file names the directories by where it lies itself, so that an installed tree can be moved, and whether they were
+# given below the prefix or in full.
+foreach(directory IN ITEMS PREFIX FULL_LIBDIR FULL_INCLUDEDIR)
+    cmake_path(RELATIVE_PATH CMAKE_INSTALL_${directory} BASE_DIRECTORY ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig
+        OUTPUT_VARIABLE ${directory}_from_pkgconfig)
+endforeach()
 configure_file(cmake/quillon.pc.in ${PROJECT_BINARY_DIR}/quillon.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/quillon.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
