@@ -14,7 +14,7 @@
 #include "quillon/tool/LqProblemBundle.h"
 #include "quillon/tool/LqProblemSpec.h"
 #include "quillon/tool/ProblemSpecReader.h"
-#include "quillon/tool/RecordIndex.h"
+#include "quillon/core/RecordIndex.h"
 
 #include <exception>
 #include <iostream>

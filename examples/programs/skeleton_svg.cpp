@@ -1,14 +1,10 @@
-// skeleton_svg PROBLEM.zvx > out.svg: draws the skeleton from the front and from the side, every variable
-// being 0.
-//
-// x points forward, y to the left and z up; a grey line is the floor, where z is 0. A body runs from its
-// place to those of the bodies that hang on it, one of type one along its vector, too, and one without either
-// to its farthest marker. Bodies have one colour up to where they branch.
+// skeleton_svg PROBLEM.zvx > out.svg: draws the skeleton of a problem from the front and from the side, every
+// variable being 0: x points forward, y to the left and z up. Lines run from a body to those that hang on it
+// and along its vector, thin ones to its markers. Bodies have one colour up to where they branch.
 
-#include "skeleton/Bodies.h"
-#include "skeleton/Markers.h"
-#include "skeleton/Svg.h"
-
+#include "quillon/model/LqBodyDefData.h"
+#include "quillon/model/RestPose.h"
+#include "quillon/problem/LqProblemDefData.h"
 #include "quillon/tool/LqProblemSpec.h"
 #include "quillon/tool/ProblemSpecReader.h"
 
@@ -17,177 +13,177 @@
 #include <cmath>
 #include <iomanip>
 #include <iostream>
+#include <map>
+#include <set>
 #include <sstream>
-#include <string>
 
-using namespace skeleton;
-using svg::Spot;
+using namespace quillon;
 
 // Lengths of the picture are pixels.
 static constexpr double greatestWidth = 450;
 static constexpr double greatestHeight = 900;
-static constexpr double leastWidth = 80;
 static constexpr double gap = 20;
-static constexpr std::array colours = {"#5a6b7b", "#b5179e", "#c77700", "#4269d0",
-                                       "#d1495b", "#00838f", "#2e8b57", "#7a5c3e"};
+static constexpr const char* colours[] = {"#5a6b7b", "#b5179e", "#c77700", "#4269d0",
+                                          "#d1495b", "#00838f", "#2e8b57", "#7a5c3e"};
+
+/// The text between two tags. A byte that is not ASCII may be a character of no encoding.
+static std::string escaped(std::string_view text) {
+    std::string out;
+    for (const char c : text) {
+        const bool isPlain = c >= ' ' && c < '\x7F' && c != '<' && c != '>' && c != '&';
+        out += isPlain ? std::string(1, c) : c == '<' ? "&lt;" : c == '>' ? "&gt;" : c == '&' ? "&amp;" : "?";
+    }
+    return out;
+}
 
 class Picture {
 public:
-    Picture(const Bodies& drawnBodies, const Markers& drawnMarkers)
-        : bodies(drawnBodies), markers(drawnMarkers), extent(bodies, markers) {
-        scale = std::min({greatestWidth / extent.size(0), greatestWidth / extent.size(1),
-                          greatestHeight / extent.size(2)});
-        scale = std::isfinite(scale) ? scale : 1;
-        out << std::fixed << std::setprecision(1);
+    Picture(const LqProblemDefData& problem, const LqBodyDefData& model)
+        : bodies(bodiesAtRest(problem, model)), markers(markersAtRest(problem, model, bodies)) {
+        for (const BodyAtRest& body : bodies) {
+            makeRoom(body.place);
+            makeRoom(body.end);
+        }
+        std::ranges::for_each(markers, [this](const MarkerAtRest& marker) { makeRoom(marker.place); });
+        scale = std::min({greatestWidth / size(0), greatestWidth / size(1), greatestHeight / size(2), 1e6});
     }
 
-    std::string svg() {
+    void write(std::ostream& output) {
+        svg << std::fixed << std::setprecision(1);
         drawView("front", 1);
         drawView("side", 0);
         drawLegend();
-        std::ostringstream head;
-        head << "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" << std::lround(left) << "\" height=\""
-             << std::lround(bottom) << "\" font-family=\"sans-serif\">\n"
-             << "<rect width=\"100%\" height=\"100%\" fill=\"#fff\"/>\n";
-        return head.str() + out.str() + "</svg>\n";
+        output << "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" << std::lround(left) << "\" height=\""
+               << std::lround(bottom) << "\" font-family=\"sans-serif\" stroke-linecap=\"round\">\n"
+               << "<rect width=\"100%\" height=\"100%\" fill=\"#fff\"/>\n"
+               << svg.str() << "</svg>" << std::endl;
     }
 
 private:
-    static const char* colour(const Body& body) {
-        return body.record == nullptr ? "#555" : colours[body.chain % colours.size()];
+    struct Spot {
+        double x, y;
+    };
+
+    void makeRoom(const LmVec3& place) {
+        for (std::size_t axis = 0; axis < place.size(); ++axis) {
+            lowest[axis] = std::min(lowest[axis], double{place[axis]});
+            highest[axis] = std::max(highest[axis], double{place[axis]});
+        }
     }
 
-    // --- A view: z upwards, another axis to the right --------------------------------------------
+    double size(std::size_t axis) const { return std::max(highest[axis] - lowest[axis], 0.0); }
 
-    void drawView(const char* title, std::size_t axis) {
-        const double width = std::max(extent.size(axis) * scale, leastWidth) + 4 * gap;
-        const double height = extent.size(2) * scale + 4 * gap;
-        across = axis;
-        middle = left + width / 2;
-        out << "<rect x=\"" << left << "\" y=\"" << gap << "\" width=\"" << width << "\" height=\"" << height
+    static const char* colour(const BodyAtRest* body) {
+        return body == nullptr ? "#555" : colours[static_cast<std::size_t>(body->chain) % std::size(colours)];
+    }
+
+    const BodyAtRest* bodyAt(int index) const {
+        return index < 0 ? nullptr : &bodies[static_cast<std::size_t>(index)];
+    }
+
+    void drawLine(Spot from, Spot to, const char* lineColour, double width) {
+        svg << "<path d=\"M" << from.x << " " << from.y << "L" << to.x << " " << to.y << "\" stroke=\""
+            << lineColour << "\" stroke-width=\"" << width << "\"/>\n";
+    }
+
+    void drawDot(Spot centre, double radius, const char* edge, const char* filling, std::string_view title) {
+        svg << "<circle cx=\"" << centre.x << "\" cy=\"" << centre.y << "\" r=\"" << radius << "\" stroke=\""
+            << edge << "\" fill=\"" << filling << "\"><title>" << escaped(title) << "</title></circle>\n";
+    }
+
+    void drawText(Spot start, int fontSize, std::string_view text) {
+        svg << "<text x=\"" << start.x << "\" y=\"" << start.y << "\" font-size=\"" << fontSize
+            << "\" stroke=\"#fff\" stroke-width=\"2\" paint-order=\"stroke\">" << escaped(text)
+            << "</text>\n";
+    }
+
+    /// z points upwards, another axis to the right.
+    void drawView(const char* title, std::size_t across) {
+        const double width = std::max(size(across) * scale, 4 * gap) + 4 * gap;
+        const double height = size(2) * scale + 4 * gap;
+        const auto spot = [&, middle = left + width / 2](const LmVec3& place) {
+            return Spot{middle + (double{place[across]} - (lowest[across] + highest[across]) / 2) * scale,
+                        3 * gap + (highest[2] - double{place[2]}) * scale};
+        };
+        svg << "<rect x=\"" << left << "\" y=\"" << gap << "\" width=\"" << width << "\" height=\"" << height
             << "\" rx=\"6\" fill=\"none\" stroke=\"#ccc\"/>\n";
-        if (extent.lowest[2] <= 0 && extent.highest[2] >= 0) {
-            const double floor = spot({}).y;
-            svg::drawLine(out, {left, floor}, {left + width, floor}, "#ccc", 1);
+        drawText({left + gap / 2, 2 * gap}, 14, title);
+        for (const MarkerAtRest& marker : markers) {
+            const BodyAtRest* const body = bodyAt(marker.body);
+            drawLine(spot(body == nullptr ? marker.place : body->place), spot(marker.place), "#bbb", 1);
         }
-        svg::drawText(out, {left + gap / 2, 2 * gap}, 14, title);
-        drawBodies();
-        drawMarkers();
+        for (const BodyAtRest& body : bodies) {
+            const BodyAtRest* const parent = bodyAt(body.parent);
+            drawLine(spot(parent == nullptr ? body.place : parent->place), spot(body.place), colour(parent),
+                     5);
+            drawLine(spot(body.place), spot(body.end), colour(&body), 5);
+        }
+        for (const BodyAtRest& body : bodies) {
+            drawDot(spot(body.place), 4, colour(&body), "#fff", body.body->name.view());
+        }
+        for (const MarkerAtRest& marker : markers) {
+            drawDot(spot(marker.place), 3.5, "#fff", colour(bodyAt(marker.body)), std::to_string(marker.id));
+        }
+        std::set<std::pair<long, long>> taken; // by labels
+        for (const MarkerAtRest& marker : markers) {
+            auto [x, y] = spot(marker.place);
+            for (int tries = 0; tries < 9 && !taken.emplace(std::lround(x / 14), std::lround(y / 9)).second;
+                 ++tries) {
+                y += 9;
+            }
+            drawText({x + 4, y + 3.5}, 9, std::to_string(marker.id));
+        }
         left += width + gap;
         bottom = height + 2 * gap;
     }
 
-    Spot spot(const LmVec3& place) const {
-        return {middle + (static_cast<double>(place[across]) - extent.middle(across)) * scale,
-                3 * gap + (extent.highest[2] - static_cast<double>(place[2])) * scale};
-    }
-
-    void drawBodies() {
-        for (const Body& body : bodies.all) {
-            out << "<g><title>" << svg::escaped(name(body)) << "</title>\n";
-            for (const LmVec3& end : body.ends) {
-                svg::drawLine(out, spot(body.place), spot(end), colour(body), 5);
-            }
-            svg::drawCircle(out, spot(body.place), 4, colour(body), "#fff");
-            out << "</g>\n";
-        }
-    }
-
-    void drawMarkers() {
-        svg::Labels labels;
-        for (const Body& body : bodies.all) {
-            std::ranges::for_each(body.ends,
-                                  [&](const LmVec3& end) { labels.keepFree(spot(body.place), spot(end)); });
-        }
-        for (const Marker& marker : markers.all) {
-            drawMarker(spot(marker.place), colour(*marker.body), marker.isReal);
-            labels.keepFree(spot(marker.place));
-        }
-        std::ostringstream ids;
-        ids << std::fixed << std::setprecision(1);
-        for (const Marker& marker : markers.all) {
-            const std::string id = std::to_string(marker.id);
-            const Spot dot = spot(marker.place);
-            const svg::LabelPlace label = labels.place(dot, 5.8 * static_cast<double>(id.size()));
-            if (label.isFar) {
-                svg::drawLine(out, dot, label.side, "#999", 0.6);
-            }
-            svg::drawText(ids, label.corner, 9, id);
-        }
-        out << ids.str();
-    }
-
-    /// A white edge parts a disc from the body behind it.
-    void drawMarker(Spot dot, const char* colour, bool isReal) {
-        svg::drawCircle(out, dot, isReal ? 3.5 : 3, isReal ? "#fff" : colour, isReal ? colour : "#fff");
-    }
-
-    // --- The legend ------------------------------------------------------------------------------
-
-    /// Not of a crowd, which has more chains than colours.
-    bool hasChainLegend() const { return bodies.chains.size() <= colours.size(); }
-
-    static std::string name(const Body& body) { return std::string(body.record->name.view()); }
-
+    /// The first and the last body of each chain, if there are colours for all.
     void drawLegend() {
-        std::size_t longest = 0;
+        std::map<int, std::pair<LmStr, LmStr>> chains;
+        for (const BodyAtRest& body : bodies) {
+            chains.try_emplace(body.chain, body.body->name, "").first->second.second = body.body->name;
+        }
         double y = 2 * gap;
-        const auto explain = [&](const std::string& text) {
-            svg::drawText(out, {left + 1.5 * gap, y + 4}, 12, text);
-            longest = std::max(longest, text.size());
+        for (const auto& [chain, names] : chains) {
+            if (chains.size() > std::size(colours)) {
+                break;
+            }
+            drawLine({left, y}, {left + gap, y}, colours[chain], 5);
+            const auto& [first, last] = names;
+            drawText({left + 1.5 * gap, y + 4}, 12, (first == last ? first : first + " to " + last).view());
             y += gap;
-        };
-        for (std::size_t chain = 0; chain < bodies.chains.size() && hasChainLegend(); ++chain) {
-            const auto& [first, last] = bodies.chains[chain];
-            svg::drawLine(out, {left, y}, {left + gap, y}, colours[chain], 5);
-            explain(first == last ? name(*first) : name(*first) + " to " + name(*last));
         }
-        for (const bool isReal : {true, false}) {
-            drawMarker({left + gap / 2, y}, "#555", isReal);
-            explain(isReal ? "real marker" : "fix, double or artificial marker");
-        }
-        left += 2.5 * gap + 7 * static_cast<double>(longest);
+        left += chains.empty() ? 0 : 12 * gap;
         bottom = std::max(bottom, y);
     }
 
-    const Bodies& bodies;
-    const Markers& markers;
-    const Extent extent;
-    std::ostringstream out;
-    double scale = 1;       // pixels for a unit of length
-    double left = gap;      // of what is drawn next
-    double bottom = 0;      // of the picture
-    double middle = 0;      // of the view
-    std::size_t across = 0; // the axis that points to the right in the view
+    const std::vector<BodyAtRest> bodies;
+    const std::vector<MarkerAtRest> markers;
+    std::array<double, 3> lowest = {HUGE_VAL, HUGE_VAL, HUGE_VAL};
+    std::array<double, 3> highest = {-HUGE_VAL, -HUGE_VAL, -HUGE_VAL};
+    double scale = 1;  // pixels for a unit of length
+    double left = gap; // of what is drawn next
+    double bottom = 0; // of the picture
+    std::ostringstream svg;
 };
-
-static bool read(LqProblemDefData& problem, LqBodyDefData& model, const LmStr& path) {
-    LqProblemSpec spec;
-    readProblemSpec(spec, path, currentStatus());
-    if (errorStands()) {
-        return false;
-    }
-    if (spec.problemDefinition.isNull() || spec.unscaledBodyDef.isNull()) {
-        pushError("The specification does not name a problem definition and a model.");
-        return false;
-    }
-    return problem.readProblemDefFile(spec.problemDefinition, true) &&
-           model.readModelFile(spec.unscaledBodyDef, problem, true);
-}
 
 int main(int argc, char** argv) {
     if (argc != 2) {
         std::cerr << "Usage: skeleton_svg PROBLEM.zvx\n";
         return 1;
     }
+    LqProblemSpec spec;
     LqProblemDefData problem;
     LqBodyDefData model;
-    if (read(problem, model, argv[1])) {
-        Bodies bodies(problem, model);
-        Markers markers(problem, model, bodies);
-        if (bodies.place()) {
-            markers.place();
-            std::cout << Picture(bodies, markers).svg() << std::flush;
+    readProblemSpec(spec, argv[1], currentStatus());
+    if (!errorStands() && (spec.problemDefinition.isNull() || spec.unscaledBodyDef.isNull())) {
+        pushError("The specification does not name a problem definition and a model.");
+    }
+    if (!errorStands() && problem.readProblemDefFile(spec.problemDefinition, true) &&
+        model.readModelFile(spec.unscaledBodyDef, problem, true)) {
+        Picture picture(problem, model);
+        if (!errorStands()) {
+            picture.write(std::cout);
         }
     }
     const int result = currentStatus().printStatusToError();
