@@ -73,17 +73,13 @@ public:
     }
 
 private:
-    bool refuse(const LqPDDBodyMap& body, const char* reason) {
-        status.pushErrorf("Body %s %s.", body.name.c_str(), reason);
-        return false;
-    }
-
     /// Without a recursion: a chain may have as many bodies as there are.
     bool placeWithParents(const LqPDDBodyMap& body) {
         std::vector<const LqPDDBodyMap*> waiting;
         for (const LqPDDBodyMap* next = &body; next != nullptr && !indexOf.contains(next);) {
             if (waiting.size() == definedBodies.size()) {
-                return refuse(*next, "is above itself");
+                status.pushErrorf("Body %s is above itself.", next->name.c_str());
+                return false;
             }
             waiting.push_back(next);
             if (next->parentName == referenceSystemName) {
@@ -91,7 +87,9 @@ private:
             }
             const LqPDDBodyMap* const parent = records.findBody(next->parentName);
             if (parent == nullptr) {
-                return refuse(*next, "hangs on a body that is not in the problem definition");
+                status.pushErrorf("Body %s hangs on a body that is not in the problem definition.",
+                                  next->name.c_str());
+                return false;
             }
             next = parent;
         }
@@ -106,7 +104,8 @@ private:
     bool placeBelowParent(const LqPDDBodyMap& body) {
         const LqBDBody* const geometry = records.findGeometry(body.name);
         if (geometry == nullptr) {
-            return refuse(body, "is not in the model");
+            status.pushErrorf("Body %s is not in the model.", body.name.c_str());
+            return false;
         }
         BodyAtRest placed = {&body, geometry, -1, 0, toParent(body, *geometry)};
         if (body.parentName != referenceSystemName) {
@@ -119,7 +118,11 @@ private:
         placed.end = endOf(placed);
         indexOf.emplace(&body, static_cast<int>(placedBodies.size()));
         placedBodies.push_back(placed);
-        return (isFinite(placed.place) && isFinite(placed.end)) || refuse(body, "has no finite place");
+        if (!isFinite(placed.place) || !isFinite(placed.end)) {
+            status.pushErrorf("Body %s has no finite place.", body.name.c_str());
+            return false;
+        }
+        return true;
     }
 
     void numberChains() {
