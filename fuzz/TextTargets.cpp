@@ -142,26 +142,22 @@ namespace {
 std::string plainlyExpanded(std::string text, bool stripTrailingSlashes,
                             const std::map<std::string, std::string>& values) {
     constexpr int mostReplacements = 1000;
-    constexpr char settled = 127;
-    for (int replacements = 0; replacements < mostReplacements;) {
-        const std::size_t start = text.find('$');
-        if (start == std::string::npos) {
-            break;
-        }
+    std::size_t start = text.find('$');
+    for (int replacements = 0; replacements < mostReplacements && start != std::string::npos;) {
         const std::string token = text.substr(start, text.find_first_of("/ \t\f\n", start) - start);
         const auto found = values.find(token.substr(1));
         if (found == values.end()) {
-            text[start] = settled;
+            start = text.find('$', start + 1);
             continue;
         }
         std::string value = found->second;
         while (stripTrailingSlashes && value.ends_with('/')) {
             value.pop_back();
         }
-        text = text.substr(0, start) + value + text.substr(start + token.size());
+        text.replace(start, token.size(), value);
+        start = text.find('$', start); // what a value holds is replaced, too
         ++replacements;
     }
-    std::replace(text.begin(), text.end(), settled, '$');
     return text;
 }
 

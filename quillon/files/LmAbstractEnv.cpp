@@ -2,8 +2,10 @@
 
 #include "quillon/core/CString.h"
 
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
+#include <unistd.h>
 
 namespace quillon {
 
@@ -17,10 +19,28 @@ LmStr valueOrNull(const char* name, LmAbstractEnv& env) {
     return value;
 }
 
+/// What `getenv` gives, without measuring the name first: paths of data files may hold texts of any length in
+/// place of a name, again behind each "$".
+const char* environmentValue(const char* name) {
+    if (environ == nullptr || *name == '\0') {
+        return nullptr;
+    }
+    for (char** entry = environ; *entry != nullptr; ++entry) {
+        std::size_t same = 0;
+        while (name[same] != '\0' && name[same] == (*entry)[same]) {
+            ++same;
+        }
+        if (name[same] == '\0' && (*entry)[same] == '=') {
+            return *entry + same + 1;
+        }
+    }
+    return nullptr;
+}
+
 } // namespace
 
 char* LmSystemEnv::getEnv(const char* name) {
-    const char* const value = std::getenv(name);
+    const char* const value = environmentValue(name);
     return value == nullptr ? nullptr : strDuplicate(value);
 }
 

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace quillon {
 
@@ -25,12 +26,25 @@ std::string_view withoutTrailingSlashes(std::string_view text) {
     return text;
 }
 
+/// The value of the variable whose name stands in the text, to be freed; null when it is unset. The name is
+/// ended in its place for a moment: of a text of many "$" each has all the rest for its name, and a copy for
+/// each would take the square of the text's length.
+char* valueOf(std::string& text, std::size_t begin, std::size_t end, LmAbstractEnv& env) {
+    const char behind = std::exchange(text[end], '\0');
+    char* const value = env.getEnv(&text[begin]);
+    text[end] = behind;
+    return value;
+}
+
 void replaceReferences(std::string& text, bool stripTrailingSlashes, LmAbstractEnv& env) {
     int replacements = 0;
+    std::size_t end = 0; // of the name, which many references may share
     for (std::size_t start = text.find(reference);
          start != std::string::npos && replacements < mostReplacements; start = text.find(reference, start)) {
-        const std::size_t end = std::min(text.find_first_of(nameEnds, start), text.size());
-        char* const value = env.getEnv(text.substr(start + 1, end - start - 1).c_str());
+        if (end <= start) {
+            end = std::min(text.find_first_of(nameEnds, start), text.size());
+        }
+        char* const value = valueOf(text, start + 1, end, env);
         if (value == nullptr) {
             text[start] = settledReference;
             continue;
@@ -38,6 +52,7 @@ void replaceReferences(std::string& text, bool stripTrailingSlashes, LmAbstractE
         const std::string_view found = value;
         text.replace(start, end - start, stripTrailingSlashes ? withoutTrailingSlashes(found) : found);
         std::free(value);
+        end = 0;
         ++replacements;
     }
 }

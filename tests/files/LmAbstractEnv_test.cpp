@@ -2,6 +2,7 @@
 
 #include "tests/files/FileTestSupport.h"
 #include "tests/files/MapEnv.h"
+#include "tests/support/EnvironmentValue.h"
 
 #include <gtest/gtest.h>
 
@@ -25,6 +26,19 @@ TEST(LmSystemEnv, IsTheEnvironmentOfTheProcess) {
         std::free(value);
     });
     EXPECT_EQ(result.out, "one two 11");
+}
+
+TEST(LmSystemEnv, GivesWhatTheSystemsOwnLookUpGives) {
+    const test::EnvironmentValue value("QUILLON_TEST", "a=b");
+    const test::EnvironmentValue longer("QUILLON_TEST_LONGER", "");
+    LmSystemEnv env;
+    for (const char* const name : {"QUILLON_TEST", "QUILLON_TEST_LONGER", "QUILLON_TES", "QUILLON_TEST_", "",
+                                   "QUILLON_TEST=", "QUILLON_TEST=a", "quillon_test", "PATH", "HOME"}) {
+        const char* const expected = std::getenv(name);
+        char* const found = env.getEnv(name);
+        EXPECT_STREQ(found, expected) << name;
+        std::free(found);
+    }
 }
 
 TEST(EnvString, IsEmptyForAnUnsetVariable) {

@@ -108,6 +108,12 @@ TEST(ExpandVariables, ReplacesAThousandReferencesOfALongText) {
     EXPECT_EQ(expandedVariables(text, env), expected);
 }
 
+// Behind each "$" all the rest is a name: a square of the length would take hours.
+TEST(ExpandVariables, OfAnyNumberOfDollarSignsTakesTimeAsTheTextIsLong) {
+    const std::string dollars(3'000'000, '$');
+    EXPECT_EQ(expandedVariables(LmStr(std::string_view(dollars)), true), dollars.c_str());
+}
+
 TEST(ExpandVariables, AsksTheProcessByDefault) {
     const auto result = support::runFunction([] {
         setenv("QUILLON_A", "/a/", 1);
