@@ -1,177 +1,176 @@
 // report_json PROBLEM.zvx > out.json: what `quillon info` reports of a problem, and what it leaves out, as
-// JSON.
-//
-// The names are those of the report. What there is not is left out; a number that is none or infinite is
-// null, and bytes that are no UTF-8 become replacement characters. INCLUDE sections are merged.
+// JSON. The keys are the names of the report. INCLUDE sections are merged.
 
-#include "json/Scaling.h"
-#include "json/Values.h"
-
-#include "quillon/core/LmListView.h"
 #include "quillon/core/LmStatus.h"
 #include "quillon/limits/LimitsReader.h"
-#include "quillon/model/BodyChain.h"
 #include "quillon/tool/LqProblemBundle.h"
 #include "quillon/tool/LqProblemSpec.h"
 #include "quillon/tool/ProblemSpecReader.h"
-#include "quillon/core/RecordIndex.h"
 
 #include <exception>
 #include <iostream>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
 
 using namespace quillon;
+using namespace quillon::scaleDef;
 
-/// The problem definition with what the limits and the model hold for its records.
-class Problem {
-public:
-    explicit Problem(const LqProblemBundle& family)
-        : bundle(family), bodies(family.problemDef, family.model) {
-        for (const LqVarLimits* record : LmListView<const LqVarLimits>(bundle.limits.vars)) {
-            limits.add(record);
-        }
-        limits.finish();
-        for (const auto* kind : {&bundle.model.realMarkers, &bundle.model.fixMarkers,
-                                 &bundle.model.doubleMarkers, &bundle.model.artificialMarkers}) {
-            for (const LqBDMarker* place : *kind) {
-                places.add(place);
-            }
-        }
-        places.finish();
-    }
+/// Keeps its keys in order, and reals as singles, which need fewer digits than doubles to be read back.
+using Json =
+    nlohmann::basic_json<nlohmann::ordered_map, std::vector, std::string, bool, int, unsigned, float>;
 
-    Json json() const {
-        return {{"sys_vars", all(bundle.problemDef.sysVars)},
-                {"bodies", all(bundle.problemDef.bodies)},
-                {"real_markers", all(bundle.problemDef.realMarkers)},
-                {"fix_markers", all(bundle.problemDef.fixMarkers)},
-                {"double_markers", all(bundle.problemDef.doubleMarkers)},
-                {"artificial_pairs", all(bundle.problemDef.artificialMarkers)}};
+/// An object of keys and values in turn. A key whose value is null is left out.
+static Json object(const char* key, const Json& value, const auto&... rest) {
+    Json out = value.is_null() ? Json::object() : Json::object({{key, value}});
+    if constexpr (sizeof...(rest) != 0) {
+        out.update(object(rest...));
     }
-
-private:
-    template <class Record>
-    Json all(const LmArray<Record*>& records) const {
-        Json out = Json::array();
-        for (const Record* record : records) {
-            out.push_back(one(*record));
-        }
-        return out;
-    }
-
-    Json one(const LqPDDSysVar& sysVar) const {
-        Json out = {{"id", sysVar.id}, {"description", sysVar.description}};
-        if (const LqVarLimits* const found = limits.find(sysVar.id)) {
-            addLimits(out, *found);
-        }
-        return out;
-    }
-
-    static void addLimits(Json& out, const LqVarLimits& limits) {
-        if (limits.hasLowerLimit()) {
-            out["lower_limit"] = limits.lowerValue;
-        }
-        if (!limits.lowerWeight.notSet) {
-            out["lower_limit_weight"] = limits.lowerWeight.value;
-        }
-        if (limits.hasUpperLimit()) {
-            out["upper_limit"] = limits.upperValue;
-        }
-        if (!limits.upperWeight.notSet) {
-            out["upper_limit_weight"] = limits.upperWeight.value;
-        }
-        if (limits.guideWeight != 0) {
-            out["guide"] = limits.guideValue;
-            out["guide_weight"] = limits.guideWeight;
-        }
-    }
-
-    Json one(const LqPDDBodyMap& body) const {
-        Json out = {{"name", body.name},
-                    {"id", body.graphicsNumber},
-                    {"parent", body.parentName},
-                    {"type", body.type}};
-        if (const LqBDBody* const geometry = bodies.findGeometry(body.name)) {
-            addGeometry(out, *geometry, body.type);
-        }
-        out["transforms"] = transformsJson(body.transformOrder, body.mappings);
-        return out;
-    }
-
-    static void addGeometry(Json& out, const LqBDBody& geometry, std::int32_t type) {
-        LmVec3 translation{};
-        LmMat3 rotation{};
-        getTranslation(geometry.baseTransform, translation);
-        getRotation(geometry.baseTransform, rotation);
-        out["base_transform"] = baseTransformJson(translation, rotation);
-        if (type == bodyTypeOne) {
-            out["twist_length"] = geometry.vectorLength;
-            out["twist_direction"] = geometry.vectorDirection;
-        }
-    }
-
-    Json one(const LqPDDFixMarker& marker) const {
-        return withPlace({{"id", marker.id}, {"body", marker.bodyName}, {"weight", marker.weight}},
-                         marker.id);
-    }
-
-    Json one(const LqPDDRealMarker& marker) const {
-        Json out = one(static_cast<const LqPDDFixMarker&>(marker));
-        out["prediction_type"] = marker.predictionType;
-        return out;
-    }
-
-    Json one(const LqPDDDoubleMarker& marker) const {
-        Json out = one(static_cast<const LqPDDFixMarker&>(marker));
-        out["double_id"] = marker.doubleId;
-        return out;
-    }
-
-    Json one(const LqPDDArtificialMarker& pair) const {
-        return {{"id", pair.id},
-                {"other_id", pair.otherId},
-                {"weight", pair.weight},
-                {"artificial_markers",
-                 {withPlace({{"id", pair.id}, {"body", pair.bodyName}}, pair.id),
-                  withPlace({{"id", pair.otherId}, {"body", pair.otherBodyName}}, pair.otherId)}}};
-    }
-
-    Json withPlace(Json marker, std::int32_t id) const {
-        if (const LqBDMarker* const place = places.find(id)) {
-            marker["local"] = place->position;
-        }
-        return marker;
-    }
-
-    const LqProblemBundle& bundle;
-    BodyIndex bodies;
-    RecordIndex<LqVarLimits> limits;
-    RecordIndex<LqBDMarker> places;
-};
-
-static bool read(LqProblemBundle& bundle, LqProblemSpec& spec, const LmStr& path) {
-    readProblemSpec(spec, path, currentStatus());
-    const auto isToBeRead = [](const LmStr& file) { return !errorStands() && !file.isNull(); };
-    if (isToBeRead(spec.problemDefinition)) {
-        bundle.problemDef.readProblemDefFile(spec.problemDefinition, true);
-    }
-    if (isToBeRead(spec.unscaledBodyDef)) {
-        bundle.model.readModelFile(spec.unscaledBodyDef, bundle.problemDef, true);
-    }
-    if (isToBeRead(spec.limits)) {
-        readLimitsFile(bundle.limits, spec.limits, true);
-    }
-    if (isToBeRead(spec.scaleDefinition)) {
-        bundle.scaleDef.readFile(spec.scaleDefinition, bundle.problemDef, false);
-    }
-    return !errorStands();
+    return out;
 }
 
-static void write(std::ostream& output, const LqProblemBundle& bundle, const LqProblemSpec& spec) {
-    Json document = Problem(bundle).json();
-    if (!spec.scaleDefinition.isNull()) {
-        document["scaling"] = bundle.scaleDef;
+static Json when(bool exists, const Json& value) {
+    return exists ? value : Json();
+}
+
+/// An array of what `describe` makes of the records.
+static Json all(const auto& records, const auto& describe) {
+    Json out = Json::array();
+    for (const auto& record : records) {
+        out.push_back(describe(record));
     }
-    output << document.dump(2, ' ', false, Json::error_handler_t::replace) << std::endl;
+    return out;
+}
+
+/// A number, or the measured constant that it follows from.
+template <>
+struct nlohmann::adl_serializer<ScaleFloat> {
+    static void to_json(Json& out, const ScaleFloat& number) {
+        out = number.measuredId == 0
+                  ? Json(number.value)
+                  : object("measured", number.measuredId, "factor", when(number.value != 0, number.value),
+                           "offset", when(number.value == 0, number.offset));
+    }
+};
+
+/// The variable that a mapping follows, or its constant and terms, or nothing.
+static const auto mappingJson = [](const auto& mapping) {
+    const Json terms = all(mapping.termList(), [](const auto* term) {
+        return object("var", term->sysVar, "factor", term->coefficient);
+    });
+    return object("var", when(mapping.id > 0, mapping.id), "constant", when(mapping.id < 0, mapping.constant),
+                  "terms", when(mapping.id < 0, terms));
+};
+
+static Json problemJson(const LqProblemBundle& family) {
+    const LqProblemDefData& problem = family.problemDef;
+    Json out;
+    out["sys_vars"] = all(problem.sysVars, [&](const LqPDDSysVar* var) {
+        const LqVarLimits* const found = family.limits.findVar(var->id);
+        const LqVarLimits limits = found == nullptr ? LqVarLimits() : *found;
+        return object("id", var->id, "description", var->description.view(), "lower_limit",
+                      when(limits.hasLowerLimit(), limits.lowerValue), "lower_limit_weight",
+                      when(!limits.lowerWeight.notSet, limits.lowerWeight.value), "upper_limit",
+                      when(limits.hasUpperLimit(), limits.upperValue), "upper_limit_weight",
+                      when(!limits.upperWeight.notSet, limits.upperWeight.value), "guide",
+                      when(limits.guideWeight != 0, limits.guideValue), "guide_weight",
+                      when(limits.guideWeight != 0, limits.guideWeight));
+    });
+    out["bodies"] = all(problem.bodies, [&](const LqPDDBodyMap* body) {
+        const LqBDBody* const found = family.model.findBody(body->name);
+        const LqBDBody geometry = found == nullptr ? LqBDBody() : *found;
+        const bool isTwist = found != nullptr && body->type == bodyTypeOne;
+        return object(
+            "name", body->name.view(), "id", body->graphicsNumber, "parent", body->parentName.view(), "type",
+            body->type, "base_transform", when(found != nullptr, geometry.baseTransform), "twist_length",
+            when(isTwist, geometry.vectorLength), "twist_direction", when(isTwist, geometry.vectorDirection),
+            "transform_order", body->transformOrder, "mappings", all(body->mappings, mappingJson));
+    });
+    const auto local = [&](int id) {
+        const LqBDMarker* const place = family.model.findMarker(id);
+        return place == nullptr ? Json() : Json(place->position);
+    };
+    const auto marker = [&](const LqPDDFixMarker* one, const auto&... more) {
+        return object("id", one->id, "body", one->bodyName.view(), "weight", one->weight, "local",
+                      local(one->id), more...);
+    };
+    out["real_markers"] = all(problem.realMarkers, marker);
+    out["fix_markers"] = all(problem.fixMarkers, marker);
+    out["double_markers"] = all(problem.doubleMarkers, [&](const LqPDDDoubleMarker* one) {
+        return marker(one, "double_id", one->doubleId);
+    });
+    out["artificial_pairs"] = all(problem.artificialMarkers, [&](const LqPDDArtificialMarker* pair) {
+        return marker(pair, "other_id", pair->otherId, "other_body", pair->otherBodyName.view(),
+                      "other_local", local(pair->otherId));
+    });
+    return out;
+}
+
+/// Adds what holds in one pose, or in all of them.
+static Json withOverrides(Json out, const auto& holder) {
+    out["sys_var_limit_overrides"] = all(holder.limitOverrides, [](const LimitOverride_t& limits) {
+        return object("sys_var", limits.sysVarId, "lower_limit",
+                      when(limits.lower.value != noLowerLimit, limits.lower), "upper_limit",
+                      when(limits.upper.value != noUpperLimit, limits.upper));
+    });
+    out["sys_var_guide_overrides"] = all(holder.sysVarGuideOverrides, [](const SysVarGuideOverride& guide) {
+        return object("sys_var", guide.sysVarId, "guide", guide.value, "guide_weight", guide.weight);
+    });
+    out["vector_constraints"] = all(holder.globalConstraints, [](const GlobalConst_t& vector) {
+        return object("body", vector.bodyName.view(), "local_direction", normalized(vector.local),
+                      "global_direction", normalized(vector.global), "weight",
+                      length(vector.local) * length(vector.global));
+    });
+    out["position_constraints"] = all(holder.positionConstraints, [](const PositionConst_t& position) {
+        return object("body", position.body.view(), "parent_body", position.parent.view(), "weight",
+                      position.weight, "local", position.localPosition, "base_translation",
+                      position.baseTranslation, "base_rotation", position.baseRotation, "transform_order",
+                      position.transformOrder, "mappings", all(position.mapping, mappingJson));
+    });
+    return out;
+}
+
+static Json scalingJson(const LqScaleDefData& data) {
+    Json out = object("scale_real_count", data.realCount, "default_real_weight", data.defaultRealWeight);
+    out["scaling_vars"] = all(data.scaleVars, [](const ScaleVar& var) {
+        return object("name", var.name.view(), "description",
+                      when(!var.description.isNull(), var.description.view()), "lower_limit",
+                      when(var.lower.value != noLowerLimit, var.lower), "upper_limit",
+                      when(var.upper.value != noUpperLimit, var.upper));
+    });
+    out["real_weight_overrides"] = all(data.realWeightOverrides, [](const RealWeightOverride_t& real) {
+        return object("marker_id", real.markerId, "weight", real.weight);
+    });
+    out["artificial_weight_overrides"] = all(data.artificialWeightOverrides, [](const auto& pair) {
+        return object("marker_id", pair.firstMarkerId, "other_marker_id", pair.secondMarkerId, "weight",
+                      pair.weight);
+    });
+    out["body_scalings"] = all(data.bodyParams, [](const BodyParams_t& body) {
+        return object("body", body.bodyName.view(), "directions",
+                      Json::array({body.firstAxis, body.secondAxis, body.thirdAxis}), "values",
+                      all(body.scale, mappingJson));
+    });
+    out["temp_markers"] = all(data.temps, [](const TempData_t& temp) {
+        return object("id", temp.id, "body", temp.attachedBody.view(), "relative_body",
+                      temp.relativeBody.view(), "weight", temp.weight, "local", temp.position);
+    });
+    out["poses"] = all(data.poses, [](const Pose_t* pose) {
+        return withOverrides(object("name", pose->name.view()), *pose);
+    });
+    return withOverrides(out, data);
+}
+
+/// Reads the specification and the files that it names, with their includes.
+static bool readFamily(LqProblemSpec& spec, LqProblemBundle& family, const LmStr& path) {
+    readProblemSpec(spec, path, currentStatus());
+    return !errorStands() &&
+           (spec.problemDefinition.isNull() ||
+            family.problemDef.readProblemDefFile(spec.problemDefinition, true)) &&
+           (spec.unscaledBodyDef.isNull() ||
+            family.model.readModelFile(spec.unscaledBodyDef, family.problemDef, true)) &&
+           (spec.limits.isNull() || readLimitsFile(family.limits, spec.limits, true)) &&
+           (spec.scaleDefinition.isNull() ||
+            family.scaleDef.readFile(spec.scaleDefinition, family.problemDef, false));
 }
 
 int main(int argc, char** argv) {
@@ -179,11 +178,14 @@ int main(int argc, char** argv) {
         std::cerr << "Usage: report_json PROBLEM.zvx\n";
         return 1;
     }
-    LqProblemBundle bundle;
     LqProblemSpec spec;
+    LqProblemBundle family;
     try {
-        if (read(bundle, spec, argv[1])) {
-            write(std::cout, bundle, spec);
+        if (readFamily(spec, family, argv[1])) {
+            Json document = problemJson(family);
+            document.update(
+                object("scaling", when(!spec.scaleDefinition.isNull(), scalingJson(family.scaleDef))));
+            std::cout << document.dump(2, ' ', false, Json::error_handler_t::replace) << std::endl;
         }
     } catch (const std::exception& failure) {
         pushError(failure.what());
@@ -191,7 +193,6 @@ int main(int argc, char** argv) {
     const int result = currentStatus().printStatusToError();
     if (!std::cout) {
         std::cerr << "Unable to write the document.\n";
-        return 1;
     }
-    return result;
+    return std::cout ? result : 1;
 }

@@ -81,33 +81,35 @@ TEST_F(ReportJson, WithoutLimitsScaleDefinitionAndModelTheRestStands) {
       "id": 0,
       "parent": "ReferenceSystemZero",
       "type": 0,
-      "transforms": [
+      "transform_order": [
+        3,
+        2,
+        1,
+        6,
+        5,
+        4
+      ],
+      "mappings": [
         {
-          "transform": "tz",
           "constant": 0.5,
           "terms": [
             {
-              "sys_var": 2,
+              "var": 2,
               "factor": 2.0
             },
             {
-              "sys_var": 1,
+              "var": 1,
               "factor": -1.5
             }
           ]
         },
+        {},
         {
-          "transform": "tx",
-          "constant": 0.0,
-          "terms": [
-            {
-              "sys_var": 2,
-              "factor": 1.0
-            }
-          ]
+          "var": 2
         },
+        {},
+        {},
         {
-          "transform": "rx",
           "constant": 0.0,
           "terms": []
         }
@@ -118,8 +120,7 @@ TEST_F(ReportJson, WithoutLimitsScaleDefinitionAndModelTheRestStands) {
     {
       "id": 1,
       "body": "Arm",
-      "weight": 1.0,
-      "prediction_type": 4
+      "weight": 1.0
     }
   ],
   "fix_markers": [],
@@ -127,23 +128,48 @@ TEST_F(ReportJson, WithoutLimitsScaleDefinitionAndModelTheRestStands) {
   "artificial_pairs": [
     {
       "id": 2,
-      "other_id": 3,
+      "body": "ReferenceSystemZero",
       "weight": 0.25,
-      "artificial_markers": [
-        {
-          "id": 2,
-          "body": "ReferenceSystemZero"
-        },
-        {
-          "id": 3,
-          "body": "Arm"
-        }
-      ]
+      "other_id": 3,
+      "other_body": "Arm"
     }
   ]
 }
 )",
                                            ""}));
+}
+
+// The vectors have the length 2, and their product is the weight.
+TEST_F(ReportJson, WhatHoldsInAllPosesStandsOutsideOfThem) {
+    replaceIn(scratch / "pendulum.scaledef", "LIMIT_ADJUSTMENTS {",
+              "ARTIFICIAL_PAIR_WEIGHT_OVERRIDES {\n  5 6 0.25\n}\nLIMIT_ADJUSTMENTS {");
+    replaceIn(scratch / "pendulum.scaledef", "\nGLOBAL_CONSTRAINTS {\n}",
+              "\nGLOBAL_CONSTRAINTS {\n  Bob      2 0 0    0 -2 0\n}");
+    std::string expected = with(pendulum, R"("artificial_weight_overrides": [])",
+                                R"("artificial_weight_overrides": [
+      {
+        "marker_id": 5,
+        "other_marker_id": 6,
+        "weight": 0.25
+      }
+    ])");
+    expected = with(expected, R"("vector_constraints": [])", R"("vector_constraints": [
+      {
+        "body": "Bob",
+        "local_direction": [
+          1.0,
+          0.0,
+          0.0
+        ],
+        "global_direction": [
+          0.0,
+          -1.0,
+          0.0
+        ],
+        "weight": 4.0
+      }
+    ])");
+    EXPECT_EQ(report(), (ProgramRun{"0", expected, ""}));
 }
 
 // --- Values --------------------------------------------------------------------------------------
