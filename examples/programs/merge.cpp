@@ -14,7 +14,7 @@
 #include "quillon/limits/LimitsWriter.h"
 #include "quillon/tool/LqProblemBundle.h"
 #include "quillon/tool/LqProblemSpec.h"
-#include "quillon/tool/ProblemSpecReader.h"
+#include "quillon/tool/ProblemFamily.h"
 #include "quillon/tool/ProblemSpecWriter.h"
 
 #include <algorithm>
@@ -34,19 +34,6 @@ struct MergedFile {
     LmStr path;
     Writer write;
 };
-
-/// Reads the specification and the files that it names, with their includes.
-static bool readFamily(LqProblemSpec& spec, LqProblemBundle& family, const LmStr& path) {
-    readProblemSpec(spec, path, currentStatus());
-    return !errorStands() &&
-           (spec.problemDefinition.isNull() ||
-            family.problemDef.readProblemDefFile(spec.problemDefinition, true)) &&
-           (spec.unscaledBodyDef.isNull() ||
-            family.model.readModelFile(spec.unscaledBodyDef, family.problemDef, true)) &&
-           (spec.limits.isNull() || readLimitsFile(family.limits, spec.limits, true)) &&
-           (spec.scaleDefinition.isNull() ||
-            family.scaleDef.readFile(spec.scaleDefinition, family.problemDef, false));
-}
 
 static void writeSpec(LqProblemSpec& spec, std::ostream& output) {
     if (!spec.model.isNull()) {
@@ -138,7 +125,7 @@ static bool writeWhole(const MergedFile& file) {
 static bool readBack(const LmStr& specPath, const LqProblemBundle& family) {
     LqProblemSpec spec;
     LqProblemBundle back;
-    if (!readFamily(spec, back, specPath)) {
+    if (!readProblemFamily(spec, back, specPath)) {
         pushError("The merged files cannot be read back.");
         return false;
     }
@@ -158,7 +145,7 @@ static bool readBack(const LmStr& specPath, const LqProblemBundle& family) {
 static bool merge(const LmStr& path, const LmStr& folder) {
     LqProblemSpec spec;
     LqProblemBundle family;
-    if (!readFamily(spec, family, path)) {
+    if (!readProblemFamily(spec, family, path)) {
         return false;
     }
     currentStatus().printStatusToError(); // warnings, which would be in the way of further readers

@@ -1,11 +1,13 @@
 // report_json PROBLEM.zvx > out.json: what `quillon info` reports of a problem, and what it leaves out, as
 // JSON. The keys are the names of the report. INCLUDE sections are merged.
 
+#include "quillon/core/LmListView.h"
 #include "quillon/core/LmStatus.h"
-#include "quillon/limits/LimitsReader.h"
+#include "quillon/core/RecordIndex.h"
+#include "quillon/model/BodyChain.h"
 #include "quillon/tool/LqProblemBundle.h"
 #include "quillon/tool/LqProblemSpec.h"
-#include "quillon/tool/ProblemSpecReader.h"
+#include "quillon/tool/ProblemFamily.h"
 
 #include <exception>
 #include <iostream>
@@ -64,9 +66,19 @@ static const auto mappingJson = [](const auto& mapping) {
 
 static Json problemJson(const LqProblemBundle& family) {
     const LqProblemDefData& problem = family.problemDef;
+    const BodyIndex bodies(problem, family.model);
+    RecordIndex<LqVarLimits> limitsOfVars;
+    limitsOfVars.addAll(LmListView<const LqVarLimits>(family.limits.vars));
+    limitsOfVars.finish();
+    RecordIndex<LqBDMarker> places;
+    for (const auto* kind : {&family.model.realMarkers, &family.model.fixMarkers, &family.model.doubleMarkers,
+                             &family.model.artificialMarkers}) {
+        places.addAll(*kind);
+    }
+    places.finish();
     Json out;
     out["sys_vars"] = all(problem.sysVars, [&](const LqPDDSysVar* var) {
-        const LqVarLimits* const found = family.limits.findVar(var->id);
+        const LqVarLimits* const found = limitsOfVars.find(var->id);
         const LqVarLimits limits = found == nullptr ? LqVarLimits() : *found;
         return object("id", var->id, "description", var->description.view(), "lower_limit",
                       when(limits.hasLowerLimit(), limits.lowerValue), "lower_limit_weight",
@@ -77,7 +89,7 @@ static Json problemJson(const LqProblemBundle& family) {
                       when(limits.guideWeight != 0, limits.guideWeight));
     });
     out["bodies"] = all(problem.bodies, [&](const LqPDDBodyMap* body) {
-        const LqBDBody* const found = family.model.findBody(body->name);
+        const LqBDBody* const found = bodies.findGeometry(body->name);
         const LqBDBody geometry = found == nullptr ? LqBDBody() : *found;
         const bool isTwist = found != nullptr && body->type == bodyTypeOne;
         return object(
@@ -87,7 +99,7 @@ static Json problemJson(const LqProblemBundle& family) {
             "transform_order", body->transformOrder, "mappings", all(body->mappings, mappingJson));
     });
     const auto local = [&](int id) {
-        const LqBDMarker* const place = family.model.findMarker(id);
+        const LqBDMarker* const place = places.find(id);
         return place == nullptr ? Json() : Json(place->position);
     };
     const auto marker = [&](const LqPDDFixMarker* one, const auto&... more) {
@@ -160,19 +172,6 @@ static Json scalingJson(const LqScaleDefData& data) {
     return withOverrides(out, data);
 }
 
-/// Reads the specification and the files that it names, with their includes.
-static bool readFamily(LqProblemSpec& spec, LqProblemBundle& family, const LmStr& path) {
-    readProblemSpec(spec, path, currentStatus());
-    return !errorStands() &&
-           (spec.problemDefinition.isNull() ||
-            family.problemDef.readProblemDefFile(spec.problemDefinition, true)) &&
-           (spec.unscaledBodyDef.isNull() ||
-            family.model.readModelFile(spec.unscaledBodyDef, family.problemDef, true)) &&
-           (spec.limits.isNull() || readLimitsFile(family.limits, spec.limits, true)) &&
-           (spec.scaleDefinition.isNull() ||
-            family.scaleDef.readFile(spec.scaleDefinition, family.problemDef, false));
-}
-
 int main(int argc, char** argv) {
     if (argc != 2) {
         std::cerr << "Usage: report_json PROBLEM.zvx\n";
@@ -181,7 +180,7 @@ int main(int argc, char** argv) {
     LqProblemSpec spec;
     LqProblemBundle family;
     try {
-        if (readFamily(spec, family, argv[1])) {
+        if (readProblemFamily(spec, family, argv[1])) {
             Json document = problemJson(family);
             document.update(
                 object("scaling", when(!spec.scaleDefinition.isNull(), scalingJson(family.scaleDef))));

@@ -20,6 +20,13 @@ public:
         }
     }
 
+    /// Adds all of a range of records.
+    void addAll(const auto& added) {
+        for (const Record* record : added) {
+            add(record);
+        }
+    }
+
     /// Ends the adding.
     void finish() {
         if (!isSorted) {

@@ -162,9 +162,7 @@ public:
         : bodies(bodies), status(status) {
         for (const auto* kind :
              {&model.realMarkers, &model.fixMarkers, &model.doubleMarkers, &model.artificialMarkers}) {
-            for (const LqBDMarker* marker : *kind) {
-                locals.add(marker);
-            }
+            locals.addAll(*kind);
         }
         locals.finish();
         bodyOfName.add(referenceSystemName, globalFrame);

@@ -5,9 +5,7 @@
 namespace quillon::scaleDef {
 
 SysVarNames::SysVarNames(const LqProblemDefData& problemDef) {
-    for (const LqPDDSysVar* sysVar : problemDef.sysVars) {
-        sysVars.add(sysVar);
-    }
+    sysVars.addAll(problemDef.sysVars);
     sysVars.finish();
 }
 

@@ -65,9 +65,7 @@ private:
     // --- Look-ups --------------------------------------------------------------------------------
 
     void indexLimits() {
-        for (const LqVarLimits* limits : LmListView<const LqVarLimits>(bundle.limits.vars)) {
-            limitsById.add(limits);
-        }
+        limitsById.addAll(LmListView<const LqVarLimits>(bundle.limits.vars));
         limitsById.finish();
     }
 
@@ -82,9 +80,7 @@ private:
         const LqBodyDefData& model = bundle.model;
         for (const auto* markers :
              {&model.realMarkers, &model.fixMarkers, &model.doubleMarkers, &model.artificialMarkers}) {
-            for (const LqBDMarker* marker : *markers) {
-                modelMarkers.add(marker);
-            }
+            modelMarkers.addAll(*markers);
         }
         modelMarkers.finish();
     }
