@@ -158,6 +158,8 @@ std::string plainlyExpanded(std::string text, bool stripTrailingSlashes,
         start = text.find('$', start); // what a value holds is replaced, too
         ++replacements;
     }
+    // This byte stands for a "$" that is settled, wherever it comes from.
+    std::replace(text.begin(), text.end(), '\x7f', '$');
     return text;
 }
 
