@@ -66,8 +66,8 @@ private:
 
     void makeRoom(const LmVec3& place) {
         for (std::size_t axis = 0; axis < place.size(); ++axis) {
-            lowest[axis] = std::min(lowest[axis], double{place[axis]});
-            highest[axis] = std::max(highest[axis], double{place[axis]});
+            lowest[axis] = std::min(lowest[axis], static_cast<double>(place[axis]));
+            highest[axis] = std::max(highest[axis], static_cast<double>(place[axis]));
         }
     }
 
@@ -102,8 +102,10 @@ private:
         const double width = std::max(size(across) * scale, 4 * gap) + 4 * gap;
         const double height = size(2) * scale + 4 * gap;
         const auto spot = [&, middle = left + width / 2](const LmVec3& place) {
-            return Spot{middle + (double{place[across]} - (lowest[across] + highest[across]) / 2) * scale,
-                        3 * gap + (highest[2] - double{place[2]}) * scale};
+            return Spot{middle +
+                            (static_cast<double>(place[across]) - (lowest[across] + highest[across]) / 2) *
+                                scale,
+                        3 * gap + (highest[2] - static_cast<double>(place[2])) * scale};
         };
         svg << "<rect x=\"" << left << "\" y=\"" << gap << "\" width=\"" << width << "\" height=\"" << height
             << "\" rx=\"6\" fill=\"none\" stroke=\"#ccc\"/>\n";
