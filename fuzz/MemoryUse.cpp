@@ -9,6 +9,12 @@
 
 extern "C" std::size_t __sanitizer_get_current_allocated_bytes() __attribute__((weak)); // NOLINT
 
+/// Asked for by the address sanitizer: blocks that are refused are told, and what is freed is not kept, so
+/// that resident memory means something.
+extern "C" const char* __asan_default_options() { // NOLINT: its name is that of the sanitizer
+    return "allocator_may_return_null=1:quarantine_size_mb=1";
+}
+
 namespace quillon::fuzz {
 
 namespace {

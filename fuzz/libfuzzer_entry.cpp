@@ -24,11 +24,6 @@ extern "C" {
 
 std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t room);
 
-/// Blocks that are refused are told; what is freed is not kept, so that resident memory means something.
-const char* __asan_default_options() { // NOLINT: its name is that of the sanitizer
-    return "allocator_may_return_null=1:quarantine_size_mb=1";
-}
-
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     quillon::fuzz::runFuzzTarget(target(), textOf(data, size));
     return 0;
