@@ -26,7 +26,7 @@ std::span<const FuzzTarget> fuzzTargets();
 const FuzzTarget* findFuzzTarget(std::string_view name);
 
 /// Runs a target, and checks what holds for all of them: what was allocated is freed, the pages touched stay
-/// below 64 times the input and 16 MB, the time below 50 us for each byte and half a second, with all run-time
+/// below 64 times the input and 16 MB, the time below 50 us for each byte and two seconds, with all run-time
 /// checks built in.
 void runFuzzTarget(const FuzzTarget& target, std::string_view input);
 
