@@ -34,9 +34,9 @@ std::vector<BodyAtRest> bodiesAtRest(const LqProblemDefData& problem, const LqBo
 
 /// Where a marker is at rest.
 struct MarkerAtRest {
-    std::int32_t id = 0;
-    int body = -1;     ///< the index of its body; -1 for the global frame
-    LmVec3 place = {}; ///< in the global frame
+    std::int32_t id = 0; ///< as in the definition
+    int body = -1;       ///< the index of its body; -1 for the global frame
+    LmVec3 place = {};   ///< in the global frame
 };
 
 /// The real, fix and double markers at rest, then both of each artificial pair. One that the model lacks, on
