@@ -25,9 +25,11 @@ LmMat4 toParent(const LqPDDBodyMap& body, const LqBDBody& geometry) {
                                                        rotateX,    rotateY,    rotateZ};
     LmMat4 out = geometry.baseTransform;
     for (int k = 0; k < body.mappings.count(); ++k) {
-        // A linear combination, too, is its constant at rest.
-        if (body.mappings[k].id < 0) {
-            move[body.transformOrder[k] - 1](out, body.mappings[k].constant);
+        // A linear combination, too, is its constant at rest. A new record's order names no transformations
+        // yet.
+        const int transform = body.transformOrder[k];
+        if (body.mappings[k].id < 0 && transform >= 1 && transform <= transformCount) {
+            move[transform - 1](out, body.mappings[k].constant);
         }
     }
     return out;

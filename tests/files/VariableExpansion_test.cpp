@@ -108,6 +108,14 @@ TEST(ExpandVariables, ReplacesAThousandReferencesOfALongText) {
     EXPECT_EQ(expandedVariables(text, env), expected);
 }
 
+// The names of several references end at one place, until a value moves it.
+TEST(ExpandVariables, GoesOnInTheNameOfAnUnsetVariable) {
+    test::MapEnv env{{"B", "one/two"}, {"C", "$B"}};
+    EXPECT_EQ(expandedVariables(LmStr("$A$B"), env), "$Aone/two");
+    EXPECT_EQ(expandedVariables(LmStr("$A$B/$A$C/$B"), env), "$Aone/two/$Aone/two/one/two");
+    EXPECT_EQ(expandedVariables(LmStr("$$B $$"), env), "$one/two $$");
+}
+
 // Behind each "$" all the rest is a name: a square of the length would take hours.
 TEST(ExpandVariables, OfAnyNumberOfDollarSignsTakesTimeAsTheTextIsLong) {
     const std::string dollars(3'000'000, '$');

@@ -144,6 +144,16 @@ TEST_F(RestPose, ALaterTransformationHappensInTheFrameThatTheEarlierOnesLeave) {
     expectNear(bodies().at(1).place, {0, 1, 0});
 }
 
+TEST_F(RestPose, WhatIsNoTransformationMovesNothing) {
+    LqPDDBodyMap& body = add("body", referenceSystemName, translation(10, 20, 30));
+    const int orders[] = {0, -1, 7, 1, 2, 3};
+    for (int k = 0; k < transformCount; ++k) {
+        body.transformOrder[k] = orders[k];
+        body.mappings[k] = constant(1);
+    }
+    expectNear(place(), {11, 21, 31});
+}
+
 TEST_F(RestPose, TheVectorOfABodyOfTypeOneEndsAtItsLength) {
     struct Case {
         std::int32_t type;
