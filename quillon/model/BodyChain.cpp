@@ -159,20 +159,14 @@ LmVec3 offsetBetweenBodiesInverse(const LqProblemDefData& problem, const LqBodyD
 // --- Many walks ----------------------------------------------------------------------------------
 
 BodyIndex::BodyIndex(const LqProblemDefData& problem, const LqBodyDefData& model)
-    : bodyCount(problem.bodies.count()) {
-    for (const LqPDDBodyMap* body : problem.bodies) {
-        if (body != nullptr) {
-            bodies.emplace(body->name.view(), body);
-        }
-    }
+    : definedBodies(problem), bodyCount(problem.bodies.count()) {
     for (const LqBDBody* body : model.storedBodies()) {
         geometries.emplace(body->name.view(), body);
     }
 }
 
 const LqPDDBodyMap* BodyIndex::findBody(const LmStr& name) const {
-    const auto found = bodies.find(name.view());
-    return found == bodies.end() ? nullptr : found->second;
+    return definedBodies.find(name.view());
 }
 
 const LqBDBody* BodyIndex::findGeometry(const LmStr& name) const {

@@ -3,6 +3,7 @@
 #include "quillon/core/LmStr.h"
 #include "quillon/geometry/Mat4.h"
 #include "quillon/geometry/Vec3.h"
+#include "quillon/model/DefinedBodyIndex.h"
 
 #include <string_view>
 #include <unordered_map>
@@ -51,7 +52,7 @@ public:
     int count() const { return bodyCount; }
 
 private:
-    std::unordered_map<std::string_view, const LqPDDBodyMap*> bodies;
+    DefinedBodyIndex definedBodies;
     std::unordered_map<std::string_view, const LqBDBody*> geometries;
     int bodyCount;
 };
